@@ -1,0 +1,29 @@
+#pragma once
+
+#include "Export.h"
+
+#include <functional>
+#include <string_view>
+
+namespace qv {
+
+/// What a failed assertion says: a programming error of the host, found at run time.
+struct AssertionFailure {
+    std::string_view description;
+    std::string_view function;
+    std::string_view file;
+    int line = 0;
+};
+
+/// The one place where failed assertions go. The default handler logs and returns; whatever the handler does, the code
+/// that asserted does not go on with its work. What a handler throws is caught by the thread that ran the code.
+class QV_EXPORT AssertionHandler {
+  public:
+    using Handler = std::function<void(const AssertionFailure&)>;
+
+    /// Installs the host's handler; an empty function brings the default back.
+    static void setHandler(Handler handler);
+    static void handleFailure(const AssertionFailure& failure);
+};
+
+}  // namespace qv

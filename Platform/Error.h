@@ -1,0 +1,23 @@
+#pragma once
+
+#include <any>
+#include <map>
+#include <string>
+
+namespace qv {
+
+/// A dictionary from text keys to values of any type, as notifications and errors carry it.
+using Dictionary = std::map<std::string, std::any>;
+
+/// A failure as a value: who says it (`domain`), what (`code`), and whatever else is known (`userInfo`).
+/// A plain value; copies are independent.
+struct Error {
+    std::string domain;
+    long code = 0;
+    Dictionary userInfo;
+};
+
+/// `userInfo` key under which the platform's own errors carry a readable explanation (`std::string`).
+inline constexpr std::string_view kErrorDescriptionKey = "QVPlatformErrorDescription";
+
+}  // namespace qv

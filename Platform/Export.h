@@ -1,0 +1,4 @@
+#pragma once
+
+/// Marks what a shared library of this project exports; everything else is hidden.
+#define QV_EXPORT __attribute__((visibility("default")))

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "Export.h"
+
+#include <any>
+#include <initializer_list>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+namespace qv {
+
+/// Fills "%@" and "%d" of `format` with the arguments, by position; "%%" is a percent sign. The arguments are put in as
+/// they are and never looked into again. A place without an argument shows "(null)".
+QV_EXPORT std::string fillFormat(std::string_view format, std::initializer_list<std::string_view> arguments);
+
+/// How a value prints in a format: an absent one as "(null)".
+inline std::string describe(std::string_view text) {
+    return std::string(text);
+}
+inline std::string describe(const std::string& text) {
+    return text;
+}
+inline std::string describe(const char* text) {
+    return text;
+}
+template <typename T>
+requires std::is_integral_v<T> std::string describe(T number) {
+    return std::to_string(number);
+}
+template <typename T>
+std::string describe(const std::optional<T>& value) {
+    return value ? describe(*value) : "(null)";
+}
+template <typename T>
+requires requires(const T& object) {
+    object.description();
+}
+std::string describe(const T& object) {
+    return object.description();
+}
+template <typename T>
+std::string describe(const std::shared_ptr<T>& object) {
+    return object ? describe(*object) : "(null)";
+}
+/// A dictionary prints as "{a = \"1\"; b = \"2\"}", in key order.
+QV_EXPORT std::string describe(const std::map<std::string, std::string>& dictionary);
+
+/// `fillFormat` over values of several types.
+template <typename... Arguments>
+std::string format(std::string_view format, const Arguments&... arguments) {
+    return fillFormat(format, {std::string_view(describe(arguments))...});
+}
+
+}  // namespace qv

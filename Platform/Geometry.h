@@ -1,0 +1,26 @@
+#pragma once
+
+namespace qv {
+
+/// A width and a height in logical units (one pixel per unit for an image that was just decoded).
+struct Size {
+    double width = 0;
+    double height = 0;
+    friend bool operator==(const Size&, const Size&) = default;
+};
+
+/// A position; the unit is the owner's.
+struct Point {
+    double x = 0;
+    double y = 0;
+    friend bool operator==(const Point&, const Point&) = default;
+};
+
+/// An axis-aligned rectangle; the unit is the owner's.
+struct Rect {
+    Point origin;
+    Size size;
+    friend bool operator==(const Rect&, const Rect&) = default;
+};
+
+}  // namespace qv

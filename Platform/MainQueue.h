@@ -1,0 +1,71 @@
+#pragma once
+
+#include "Export.h"
+
+#include <atomic>
+#include <chrono>
+#include <functional>
+#include <memory>
+
+namespace qv {
+
+/// The host's main thread, as the framework sees it: somewhere to put work. A host with a loop of its own (GLib, Qt)
+/// derives from this. `dispatchAsync` and `dispatchAfter` may be called from any thread, never run the work inside the
+/// call, and keep the order of work that falls due together.
+class QV_EXPORT MainExecutor {
+  public:
+    virtual ~MainExecutor() = default;
+    virtual void dispatchAsync(std::function<void()> work) = 0;
+    virtual void dispatchAfter(std::chrono::nanoseconds delay, std::function<void()> work) = 0;
+    /// Whether the calling thread is the one that runs the work.
+    virtual bool isMainThread() const = 0;
+};
+
+/// The default executor: the host pumps it from its main thread. What work throws is caught and logged.
+class QV_EXPORT PumpedExecutor : public MainExecutor {
+  public:
+    using Clock = std::function<std::chrono::nanoseconds()>;
+
+    /// Time is the steady clock's.
+    PumpedExecutor();
+    /// Time is what `clock` says; for tests that drive it.
+    explicit PumpedExecutor(Clock clock);
+    ~PumpedExecutor() override;
+
+    void dispatchAsync(std::function<void()> work) override;
+    void dispatchAfter(std::chrono::nanoseconds delay, std::function<void()> work) override;
+    /// True on the thread that pumped last, or that made the executor if none has.
+    bool isMainThread() const override;
+
+    /// Runs everything that is due, returns how many pieces of work ran.
+    std::size_t pump();
+    /// Pumps until `done` holds or `limit` (of the steady clock) has passed, sleeping in between; says whether it held.
+    bool pumpUntil(const std::function<bool()>& done, std::chrono::nanoseconds limit);
+
+  private:
+    struct State;
+    std::unique_ptr<State> mState;
+};
+
+/// A clock that stands still until it is told to move. Any thread may read it.
+class QV_EXPORT ManualClock {
+  public:
+    std::chrono::nanoseconds now() const;
+    void advance(std::chrono::nanoseconds by);
+    /// This clock for a `PumpedExecutor`; it must outlive the executor.
+    PumpedExecutor::Clock clock() const;
+
+  private:
+    std::atomic<std::chrono::nanoseconds::rep> mNow{0};
+};
+
+/// The process's main executor.
+class QV_EXPORT MainQueue {
+  public:
+    /// Never null; a `PumpedExecutor` until the host sets another.
+    static std::shared_ptr<MainExecutor> executor();
+    /// Null brings the default back.
+    static void setExecutor(std::shared_ptr<MainExecutor> executor);
+};
+
+}  // namespace qv

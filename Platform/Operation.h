@@ -1,0 +1,46 @@
+#pragma once
+
+#include "Export.h"
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <mutex>
+
+namespace qv {
+
+/// A unit of work for an `OperationQueue`. A class derived from it overrides `main`.
+///
+/// `cancel`, the state queries and the completion block may be used from any thread. `main` and the completion block
+/// run once each, on a thread of the queue; what either throws is caught there and logged.
+class QV_EXPORT Operation {
+  public:
+    Operation() = default;
+    virtual ~Operation() = default;
+    Operation(const Operation&) = delete;
+    Operation& operator=(const Operation&) = delete;
+
+    /// The work. Called by the queue also for an operation that was cancelled while it waited.
+    virtual void main() = 0;
+
+    /// Sets the flag; interrupts nothing.
+    void cancel() { mCancelled = true; }
+    bool isCancelled() const { return mCancelled; }
+    bool isExecuting() const { return mExecuting; }
+    bool isFinished() const { return mFinished; }
+
+    /// Runs after `main`, once the operation has left its queue.
+    void setCompletionBlock(std::function<void()> block);
+
+  private:
+    friend class OperationQueue;
+    std::function<void()> takeCompletionBlock();
+
+    std::atomic<bool> mCancelled{false};
+    std::atomic<bool> mExecuting{false};
+    std::atomic<bool> mFinished{false};
+    std::mutex mMutex;
+    std::function<void()> mCompletionBlock;
+};
+
+}  // namespace qv

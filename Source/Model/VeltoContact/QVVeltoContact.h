@@ -1,0 +1,97 @@
+#pragma once
+
+#include "QVCardScan/QVBusinessCard.h"
+#include "QVCardScan/QVCardScanTypes.h"
+#include "QVCardScan/QVVeltoContactField.h"
+#include "QVPlatform/Export.h"
+#include "QVPlatform/Object.h"
+
+/// The person a card stands for. Everything is absent until set; collections and images are shared references. Not
+/// synchronised: one thread at a time while it changes.
+class QV_EXPORT QVVeltoContact : public qv::Object {
+  public:
+    QVVeltoContact() = default;
+
+    /// `initWithCard:` A contact from a recognised card; from no card, one without name and with empty sets.
+    static std::shared_ptr<QVVeltoContact> initWithCard(const std::shared_ptr<QVBusinessCard>& card);
+
+    /// `mergeContactInfoFromContact:`
+    void mergeContactInfoFromContact(const std::shared_ptr<QVVeltoContact>& contact);
+
+    const QVString& fullName() const { return mFullName; }
+    void setFullName(QVString fullName) { mFullName = std::move(fullName); }
+    const QVContactFieldSet& emailFields() const { return mEmailFields; }
+    void setEmailFields(QVContactFieldSet emailFields) { mEmailFields = std::move(emailFields); }
+    const QVContactFieldSet& phoneFields() const { return mPhoneFields; }
+    void setPhoneFields(QVContactFieldSet phoneFields) { mPhoneFields = std::move(phoneFields); }
+    const std::shared_ptr<qv::Image>& avatar() const { return mAvatar; }
+    void setAvatar(std::shared_ptr<qv::Image> avatar) { mAvatar = std::move(avatar); }
+    const QVImageSet& resources() const { return mResources; }
+    void setResources(QVImageSet resources) { mResources = std::move(resources); }
+    const QVStringArray& resourceHashes() const { return mResourceHashes; }
+    void setResourceHashes(QVStringArray resourceHashes) { mResourceHashes = std::move(resourceHashes); }
+    const QVHandleSet& twitterHandles() const { return mTwitterHandles; }
+    void setTwitterHandles(QVHandleSet twitterHandles) { mTwitterHandles = std::move(twitterHandles); }
+    const QVHandleSet& weiboHandles() const { return mWeiboHandles; }
+    void setWeiboHandles(QVHandleSet weiboHandles) { mWeiboHandles = std::move(weiboHandles); }
+    const QVString& jobTitle() const { return mJobTitle; }
+    void setJobTitle(QVString jobTitle) { mJobTitle = std::move(jobTitle); }
+    const QVString& company() const { return mCompany; }
+    void setCompany(QVString company) { mCompany = std::move(company); }
+    const QVString& URL() const { return mURL; }
+    void setURL(QVString URL) { mURL = std::move(URL); }
+    const QVString& address() const { return mAddress; }
+    void setAddress(QVString address) { mAddress = std::move(address); }
+    const QVString& linkedInProfileURL() const { return mLinkedInProfileURL; }
+    void setLinkedInProfileURL(QVString linkedInProfileURL) { mLinkedInProfileURL = std::move(linkedInProfileURL); }
+    const QVString& facebookProfileURL() const { return mFacebookProfileURL; }
+    void setFacebookProfileURL(QVString facebookProfileURL) { mFacebookProfileURL = std::move(facebookProfileURL); }
+    const QVContactFieldArray& orderedEmailFields() const { return mOrderedEmailFields; }
+    void setOrderedEmailFields(QVContactFieldArray orderedEmailFields) {
+        mOrderedEmailFields = std::move(orderedEmailFields);
+    }
+    const QVContactFieldArray& orderedPhoneFields() const { return mOrderedPhoneFields; }
+    void setOrderedPhoneFields(QVContactFieldArray orderedPhoneFields) {
+        mOrderedPhoneFields = std::move(orderedPhoneFields);
+    }
+    const QVStringArray& orderedTwitterHandles() const { return mOrderedTwitterHandles; }
+    void setOrderedTwitterHandles(QVStringArray orderedTwitterHandles) {
+        mOrderedTwitterHandles = std::move(orderedTwitterHandles);
+    }
+    const QVStringArray& orderedWeiboHandles() const { return mOrderedWeiboHandles; }
+    void setOrderedWeiboHandles(QVStringArray orderedWeiboHandles) {
+        mOrderedWeiboHandles = std::move(orderedWeiboHandles);
+    }
+    const QVString& profileImageQVURLString() const { return mProfileImageQVURLString; }
+    void setProfileImageQVURLString(QVString profileImageQVURLString) {
+        mProfileImageQVURLString = std::move(profileImageQVURLString);
+    }
+    const QVStringArray& cardImageQVURLStrings() const { return mCardImageQVURLStrings; }
+    void setCardImageQVURLStrings(QVStringArray cardImageQVURLStrings) {
+        mCardImageQVURLStrings = std::move(cardImageQVURLStrings);
+    }
+
+    std::string description() const override;
+
+  private:
+    QVString mFullName;
+    QVContactFieldSet mEmailFields;
+    QVContactFieldSet mPhoneFields;
+    std::shared_ptr<qv::Image> mAvatar;
+    QVImageSet mResources;
+    QVStringArray mResourceHashes;
+    QVHandleSet mTwitterHandles;
+    QVHandleSet mWeiboHandles;
+    QVString mJobTitle;
+    QVString mCompany;
+    QVString mURL;
+    QVString mAddress;
+    QVString mLinkedInProfileURL;
+    QVString mFacebookProfileURL;
+    QVContactFieldArray mOrderedEmailFields;
+    QVContactFieldArray mOrderedPhoneFields;
+    QVStringArray mOrderedTwitterHandles;
+    QVStringArray mOrderedWeiboHandles;
+    QVString mProfileImageQVURLString;
+    QVStringArray mCardImageQVURLStrings;
+};
