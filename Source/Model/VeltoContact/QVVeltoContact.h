@@ -15,7 +15,9 @@ class QV_EXPORT QVVeltoContact : public qv::Object {
     /// `initWithCard:` A contact from a recognised card; from no card, one without name and with empty sets.
     static std::shared_ptr<QVVeltoContact> initWithCard(const std::shared_ptr<QVBusinessCard>& card);
 
-    /// `mergeContactInfoFromContact:`
+    /// `mergeContactInfoFromContact:` Takes what another contact of the same person has more: its entries and handles
+    /// where this contact has such a set at all, and title, company, URL and avatar where this one has none. A null
+    /// contact changes nothing.
     void mergeContactInfoFromContact(const std::shared_ptr<QVVeltoContact>& contact);
 
     const QVString& fullName() const { return mFullName; }
@@ -71,6 +73,7 @@ class QV_EXPORT QVVeltoContact : public qv::Object {
         mCardImageQVURLStrings = std::move(cardImageQVURLStrings);
     }
 
+    /// Several lines for logs; absent values print as "(null)".
     std::string description() const override;
 
   private:
