@@ -1,0 +1,75 @@
+#include "QVPlatform/Log.h"
+
+#include <syslog.h>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <limits>
+#include <memory>
+#include <mutex>
+#include <utility>
+
+namespace qv {
+
+namespace {
+
+int priorityOf(std::string_view message) {
+    constexpr std::array<std::pair<std::string_view, int>, 4> kTags = {
+        {{"<ERROR>", LOG_ERR}, {"<WARNING>", LOG_WARNING}, {"<INFO>", LOG_INFO}, {"<Debug>", LOG_DEBUG}}};
+    for (const auto& [tag, priority] : kTags) {
+        if (message.substr(0, tag.size()) == tag) return priority;
+    }
+    return LOG_INFO;
+}
+
+void writeToSystemLog(std::string_view message) {
+    constexpr auto kLongest = static_cast<std::size_t>(std::numeric_limits<int>::max());
+    ::syslog(priorityOf(message), "%.*s", static_cast<int>(std::min(message.size(), kLongest)), message.data());
+}
+
+/// Threads may still log while the process ends, so this is never destroyed.
+struct State {
+    std::mutex mutex;
+    std::shared_ptr<const Log::Sink> sink = std::make_shared<const Log::Sink>(writeToSystemLog);
+    std::atomic<bool> enabled{true};
+};
+
+State& state() {
+    static State* const shared = new State;
+    return *shared;
+}
+
+}  // namespace
+
+void Log::setSink(Sink sink) {
+    const bool enabled = static_cast<bool>(sink);
+    auto replacement = std::make_shared<const Sink>(std::move(sink));
+    const std::lock_guard lock(state().mutex);
+    state().sink.swap(replacement);
+    state().enabled = enabled;
+}
+
+void Log::useSystemLog() {
+    setSink(writeToSystemLog);
+}
+
+bool Log::isEnabled() {
+    return state().enabled;
+}
+
+void Log::write(std::string_view message) {
+    if (!isEnabled()) return;
+    std::shared_ptr<const Sink> sink;
+    {
+        const std::lock_guard lock(state().mutex);
+        sink = state().sink;
+    }
+    try {
+        if (*sink) (*sink)(message);
+    } catch (...) {
+        // A log that fails must not fail the work it tells about, and there is no second log to tell.
+    }
+}
+
+}  // namespace qv
