@@ -3,6 +3,7 @@
 #include <any>
 #include <map>
 #include <string>
+#include <string_view>
 
 namespace qv {
 

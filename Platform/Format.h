@@ -13,8 +13,9 @@
 
 namespace qv {
 
-/// Fills "%@" and "%d" of `format` with the arguments, by position; "%%" is a percent sign. The arguments are put in as
-/// they are and never looked into again. A place without an argument shows "(null)".
+/// Fills "%@", "%d" and "%ld" of `format` with the arguments, by position; "%%" is a percent sign. The arguments are
+/// put in as they are and never looked into again. A place without an argument shows "(null)"; an argument without a
+/// place is left out; any other "%" stays as it is.
 QV_EXPORT std::string fillFormat(std::string_view format, std::initializer_list<std::string_view> arguments);
 
 /// How a value prints in a format: an absent one as "(null)".
@@ -25,7 +26,7 @@ inline std::string describe(const std::string& text) {
     return text;
 }
 inline std::string describe(const char* text) {
-    return text;
+    return text ? text : "(null)";
 }
 template <typename T>
 requires std::is_integral_v<T> std::string describe(T number) {
