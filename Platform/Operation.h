@@ -29,13 +29,17 @@ class QV_EXPORT Operation {
     bool isExecuting() const { return mExecuting; }
     bool isFinished() const { return mFinished; }
 
-    /// Runs after `main`, once the operation has left its queue.
+    /// Runs after `main`, once the operation has left its queue; released when it has run. Setting it when the
+    /// operation has finished has no effect. It may add the operation's successor to the queue, and may destroy the
+    /// queue.
     void setCompletionBlock(std::function<void()> block);
 
   private:
     friend class OperationQueue;
-    std::function<void()> takeCompletionBlock();
+    void runMain();
+    void runCompletionBlock();
 
+    std::atomic<bool> mAdded{false};
     std::atomic<bool> mCancelled{false};
     std::atomic<bool> mExecuting{false};
     std::atomic<bool> mFinished{false};

@@ -11,11 +11,13 @@ namespace qv {
 
 /// Runs operations on threads of its own, first in, first out, at most `maxConcurrentOperationCount` at once. Threads
 /// are made when there is work and kept for the next. Any thread may call. An operation leaves the queue before its
-/// completion block runs.
+/// completion block runs, on the thread that ran its `main`; that thread takes the next operation when the block has
+/// returned, so a block that waits holds one of the queue's places.
 ///
 /// Destroying the queue does not wait: what it holds is still run to its end by its threads, which outlive it.
 class QV_EXPORT OperationQueue {
   public:
+    /// A count of 0 is taken for 1.
     explicit OperationQueue(std::size_t maxConcurrentOperationCount);
     ~OperationQueue();
     OperationQueue(const OperationQueue&) = delete;
@@ -23,11 +25,14 @@ class QV_EXPORT OperationQueue {
 
     std::size_t maxConcurrentOperationCount() const;
 
+    /// Null is ignored. An operation runs once: one that was added before, to whatever queue, is ignored with a logged
+    /// warning.
     void addOperation(std::shared_ptr<Operation> operation);
 
     /// A snapshot of what waits or runs, in the order added.
     std::vector<std::shared_ptr<Operation>> operations() const;
 
+    /// Sets the flag of each; their `main` is still called, and sees it.
     void cancelAllOperations();
 
     /// Blocks until the queue is empty and every completion block has returned. Not from one of its own threads.
