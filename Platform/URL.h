@@ -21,6 +21,9 @@ class QV_EXPORT URL {
     /// The scheme in lower case; empty for a relative reference.
     std::string scheme() const;
 
+    /// The host as it was written, without user information, port or an address's brackets; empty when there is none.
+    std::string host() const;
+
     friend bool operator==(const URL&, const URL&) = default;
 
   private:
