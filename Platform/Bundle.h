@@ -24,7 +24,8 @@ class QV_EXPORT Bundle {
     /// Where a resource is expected, whether or not it is there.
     std::filesystem::path pathForResource(std::string_view name, std::string_view ofType) const;
 
-    /// The first file called `name` with any image extension the platform reads; nothing when there is none.
+    /// The first file called `name` with an image extension: png, jpg, jpeg, tif, tiff, webp, heic, in this order;
+    /// nothing when there is none.
     std::optional<std::filesystem::path> pathForImageResource(std::string_view name) const;
 
     /// Replaces the folder that `bundleForAddress` answers with; an empty path brings the look-up back. For hosts that
@@ -33,11 +34,12 @@ class QV_EXPORT Bundle {
 
     /// `localizedStringForKey:value:table:` of the host's main bundle: the host's word for an English key, and the key
     /// itself when the host has none. Default look-up: gettext in the host's own text domain where its code set is
-    /// UTF-8.
+    /// UTF-8. Any thread may call.
     static std::string localizedString(std::string_view key);
 
     using Localizer = std::function<std::optional<std::string>(std::string_view key)>;
-    /// The host's own look-up; an empty function brings gettext back.
+    /// The host's own look-up; an empty function brings gettext back. Nothing from it, or an exception, means that the
+    /// host has no word of its own.
     static void setLocalizer(Localizer localizer);
 
   private:

@@ -1,0 +1,93 @@
+#include "QVPlatform/Bundle.h"
+
+#include <dlfcn.h>
+
+#include <array>
+#include <mutex>
+#include <system_error>
+#include <utility>
+
+namespace qv {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// Never destroyed: threads may still look resources up while the process ends.
+struct State {
+    std::mutex mutex;
+    fs::path folder;
+};
+
+State& state() {
+    static State* const shared = new State;
+    return *shared;
+}
+
+fs::path replacementFolder() {
+    const std::lock_guard lock(state().mutex);
+    return state().folder;
+}
+
+/// The file of the library or program that holds an address, without links.
+fs::path fileHoldingAddress(const void* address) {
+    std::error_code error;
+    Dl_info info{};
+    const fs::path named = ::dladdr(address, &info) != 0 && info.dli_fname ? info.dli_fname : "";
+    if (named.has_parent_path()) {
+        if (fs::path file = fs::canonical(named, error); !error) return file;
+    }
+    // A program's name is what its caller put into the argument list: a bare word, or relative to a folder left since.
+    return fs::canonical("/proc/self/exe", error);
+}
+
+/// A library lies in `lib` or `lib/<architecture>`, a program in `bin`.
+fs::path installedFolder(const fs::path& file) {
+    const fs::path above = file.parent_path().parent_path();
+    std::error_code error;
+    for (const fs::path& prefix : {above, above.parent_path()}) {
+        if (fs::path folder = prefix / "share" / "QVCardScan"; fs::is_directory(folder, error)) return folder;
+    }
+    return {};
+}
+
+/// Only what lies in the folder of the build may use the source tree.
+bool isInsideBuild(const fs::path& file) {
+    std::error_code error;
+    const fs::path build = fs::canonical(QV_BUILD_FOLDER, error);
+    if (error) return false;
+    const fs::path relative = file.lexically_relative(build);
+    return !relative.empty() && *relative.begin() != "..";
+}
+
+}  // namespace
+
+Bundle Bundle::bundleForAddress(const void* address) {
+    if (fs::path folder = replacementFolder(); !folder.empty()) return Bundle(std::move(folder));
+    const fs::path file = fileHoldingAddress(address);
+    if (fs::path folder = installedFolder(file); !folder.empty()) return Bundle(std::move(folder));
+    if (isInsideBuild(file)) return Bundle(QV_SOURCE_RESOURCES);
+    return Bundle(file.parent_path().parent_path() / "share" / "QVCardScan");
+}
+
+fs::path Bundle::pathForResource(std::string_view name, std::string_view ofType) const {
+    std::string file(name);
+    if (!ofType.empty()) file.append(".").append(ofType);
+    return mFolder / file;
+}
+
+std::optional<fs::path> Bundle::pathForImageResource(std::string_view name) const {
+    constexpr std::array<std::string_view, 7> kTypes = {"png", "jpg", "jpeg", "tif", "tiff", "webp", "heic"};
+    for (const std::string_view type : kTypes) {
+        std::error_code error;
+        if (fs::path file = pathForResource(name, type); fs::is_regular_file(file, error)) return file;
+    }
+    return std::nullopt;
+}
+
+void Bundle::setResourceFolder(fs::path folder) {
+    const std::lock_guard lock(state().mutex);
+    state().folder.swap(folder);
+}
+
+}  // namespace qv
