@@ -21,7 +21,8 @@ class QV_EXPORT MainExecutor {
     virtual bool isMainThread() const = 0;
 };
 
-/// The default executor: the host pumps it from its main thread. What work throws is caught and logged.
+/// The default executor: the host pumps it from its main thread. What work throws is caught and logged; empty work is
+/// ignored, and a negative delay is none.
 class QV_EXPORT PumpedExecutor : public MainExecutor {
   public:
     using Clock = std::function<std::chrono::nanoseconds()>;
@@ -37,9 +38,12 @@ class QV_EXPORT PumpedExecutor : public MainExecutor {
     /// True on the thread that pumped last, or that made the executor if none has.
     bool isMainThread() const override;
 
-    /// Runs everything that is due, returns how many pieces of work ran.
+    /// Runs everything that is due, by due time and then in the order given; returns how many pieces of work ran. What
+    /// is added meanwhile waits for the next pump, so that work which adds work cannot hold the host's thread for ever.
+    /// Work may pump in its turn. Work that is still waiting when the executor goes is dropped.
     std::size_t pump();
     /// Pumps until `done` holds or `limit` (of the steady clock) has passed, sleeping in between; says whether it held.
+    /// `done` is asked on this thread, after each pump and at least every few milliseconds.
     bool pumpUntil(const std::function<bool()>& done, std::chrono::nanoseconds limit);
 
   private:
@@ -59,12 +63,12 @@ class QV_EXPORT ManualClock {
     std::atomic<std::chrono::nanoseconds::rep> mNow{0};
 };
 
-/// The process's main executor.
+/// The process's main executor. Any thread may call.
 class QV_EXPORT MainQueue {
   public:
-    /// Never null; a `PumpedExecutor` until the host sets another.
+    /// Never null; a `PumpedExecutor`, made at the first call, until the host sets another.
     static std::shared_ptr<MainExecutor> executor();
-    /// Null brings the default back.
+    /// Null brings the default back, with what still waits in it.
     static void setExecutor(std::shared_ptr<MainExecutor> executor);
 };
 
