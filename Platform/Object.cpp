@@ -4,6 +4,8 @@
 
 namespace qv {
 
-std::string Object::description() const { return typeid(*this).name(); }
+std::string Object::description() const {
+    return typeid(*this).name();
+}
 
 }  // namespace qv
