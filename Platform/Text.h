@@ -39,6 +39,10 @@ QV_EXPORT std::u16string lowercased(std::u16string_view text);
 QV_EXPORT std::string lowercased(std::string_view utf8);
 QV_EXPORT std::string capitalized(std::string_view utf8);
 
+/// One-to-one case folding, unit by unit; the length stays. Supplementary characters stay as they are.
+QV_EXPORT char16_t folded(char16_t unit);
+QV_EXPORT std::u16string folded(std::u16string_view text);
+
 /// Position of `needle` in the `length` units of `text` from `start`, by one-to-one case folding of code units; nothing
 /// when it is not there. Throws `RangeError` when the range leaves the text.
 QV_EXPORT std::optional<std::size_t> findIgnoringCase(std::u16string_view text, std::u16string_view needle,
