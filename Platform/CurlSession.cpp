@@ -1,0 +1,125 @@
+#include "CurlSession.h"
+
+#include "HTTPHeaderRules.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace qv {
+
+namespace {
+
+/// The longest time that libcurl counts in milliseconds on every system.
+constexpr long kLongestSeconds = std::numeric_limits<int>::max() / 1000;
+
+CURLcode initializeOnce() {
+    static const CURLcode code = curl_global_init(CURL_GLOBAL_DEFAULT);
+    return code;
+}
+
+struct Handle {
+    CURL* curl = initializeOnce() == CURLE_OK ? curl_easy_init() : nullptr;
+    Handle() = default;
+    ~Handle() { curl_easy_cleanup(curl); }
+    Handle(const Handle&) = delete;
+    Handle& operator=(const Handle&) = delete;
+};
+
+CURL* handleOfThread() {
+    thread_local const Handle handle;
+    return handle.curl;
+}
+
+bool alwaysHasBody(const std::string& method) {
+    return method == "POST" || method == "PUT" || method == "PATCH";
+}
+
+/// libcurl takes a header without a value for an order to leave its own away, unless it ends in a semicolon.
+std::string headerLine(const std::string& name, const std::string& value) {
+    if (value.find_first_not_of(" \t") == std::string::npos) return name + ";";
+    return name + ": " + value;
+}
+
+}  // namespace
+
+CurlSession::CurlSession() : mHandle(handleOfThread()) {
+    if (!mHandle) mFailure = CURLE_FAILED_INIT;
+}
+
+CurlSession::~CurlSession() {
+    if (mHandle) curl_easy_reset(mHandle);
+}
+
+void CurlSession::restrict() {
+    set(CURLOPT_PROTOCOLS_STR, "http,https");
+    set(CURLOPT_PROXY, "");
+    set(CURLOPT_NETRC, static_cast<long>(CURL_NETRC_IGNORED));
+    set(CURLOPT_SSL_VERIFYPEER, 1L);
+    set(CURLOPT_SSL_VERIFYHOST, 2L);
+    set(CURLOPT_FOLLOWLOCATION, 0L);
+    set(CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
+    set(CURLOPT_NOSIGNAL, 1L);
+}
+
+void CurlSession::setRequest(const HTTPRequest& request) {
+    set(CURLOPT_URL, request.url.absoluteString().c_str());
+    // The path goes out as it was given.
+    set(CURLOPT_PATH_AS_IS, 1L);
+    setBody(request);
+    setHeaders(request);
+    setLimits(request);
+}
+
+void CurlSession::setBody(const HTTPRequest& request) {
+    if (request.body || alwaysHasBody(request.method)) {
+        const bool empty = !request.body || request.body->empty();
+        set(CURLOPT_POSTFIELDSIZE_LARGE, empty ? curl_off_t{0} : static_cast<curl_off_t>(request.body->size()));
+        set(CURLOPT_POSTFIELDS, empty ? "" : reinterpret_cast<const char*>(request.body->data()));
+    }
+    if (request.method == "HEAD") {
+        set(CURLOPT_NOBODY, 1L);
+    } else {
+        set(CURLOPT_CUSTOMREQUEST, request.method.c_str());
+    }
+}
+
+void CurlSession::setHeaders(const HTTPRequest& request) {
+    // Not every server answers an expectation, and a form is never what is sent.
+    appendHeader("Expect:");
+    if (!hasHeader(request, "Content-Type")) appendHeader("Content-Type:");
+    for (const auto& [name, value] : request.headers)
+        appendHeader(headerLine(name, value));
+    set(CURLOPT_HTTPHEADER, mHeaders.get());
+}
+
+void CurlSession::appendHeader(const std::string& line) {
+    curl_slist* list = curl_slist_append(mHeaders.get(), line.c_str());
+    if (!list) {
+        mFailure = CURLE_OUT_OF_MEMORY;
+    } else if (!mHeaders) {
+        mHeaders.reset(list);
+    }
+}
+
+void CurlSession::setLimits(const HTTPRequest& request) {
+    if (request.stallSeconds > 0) {
+        set(CURLOPT_CONNECTTIMEOUT_MS, std::min(request.stallSeconds, kLongestSeconds) * 1000);
+    }
+    // The length that answers a HEAD request is of a body that never comes.
+    constexpr auto kLargest = static_cast<std::size_t>(std::numeric_limits<curl_off_t>::max());
+    if (request.method != "HEAD") {
+        set(CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(std::min(request.maximumBodySize, kLargest)));
+    }
+}
+
+CURLcode CurlSession::perform() {
+    return mFailure == CURLE_OK ? curl_easy_perform(mHandle) : mFailure;
+}
+
+long CurlSession::status() const {
+    long status = 0;
+    if (mHandle) curl_easy_getinfo(mHandle, CURLINFO_RESPONSE_CODE, &status);
+    return status;
+}
+
+}  // namespace qv
