@@ -1,0 +1,66 @@
+#include "WebPDecoder.h"
+
+#include <webp/decode.h>
+
+#include <cstring>
+#include <string_view>
+
+namespace qv::imaging {
+
+using namespace std::string_view_literals;
+
+namespace {
+
+std::size_t littleEndian32(const std::uint8_t* bytes) {
+    return bytes[0] | static_cast<std::size_t>(bytes[1]) << 8 | static_cast<std::size_t>(bytes[2]) << 16 |
+           static_cast<std::size_t>(bytes[3]) << 24;
+}
+
+/// The orientation in the EXIF chunk, which may lie before or behind the picture (WebP container, "Metadata").
+Orientation orientationIn(const Data& data) {
+    constexpr std::size_t kChunkHeader = 8;
+    std::size_t offset = 12;
+    while (offset + kChunkHeader <= data.size()) {
+        const std::size_t available = data.size() - offset - kChunkHeader;
+        const std::size_t size = littleEndian32(data.data() + offset + 4);
+        if (size > available) return {};
+        const std::uint8_t* payload = data.data() + offset + kChunkHeader;
+        if (std::memcmp(data.data() + offset, "EXIF", 4) == 0) {
+            // Some writers keep the signature that JPEG needs.
+            const bool isSigned = size >= 6 && std::memcmp(payload, "Exif\0\0", 6) == 0;
+            return isSigned ? Orientation::fromExif(payload + 6, size - 6) : Orientation::fromExif(payload, size);
+        }
+        offset += kChunkHeader + size + size % 2;
+    }
+    return {};
+}
+
+bool decodeInto(Data& samples, const Data& data, int pitch, bool hasAlpha) {
+    auto* decode = hasAlpha ? WebPDecodeRGBAInto : WebPDecodeRGBInto;
+    return decode(data.data(), data.size(), samples.data(), samples.size(), pitch) != nullptr;
+}
+
+}  // namespace
+
+std::unique_ptr<const ImageDecoder> WebPDecoder::create(const Data& data) {
+    WebPBitstreamFeatures features;
+    if (WebPGetFeatures(data.data(), data.size(), &features) != VP8_STATUS_OK || features.has_animation) return nullptr;
+    if (!isWithin(features.width, features.height, kMaxBufferedPixels)) return nullptr;
+    return std::unique_ptr<const ImageDecoder>(
+        new WebPDecoder(data, {{features.width, features.height}, orientationIn(data)}));
+}
+
+std::optional<Picture> WebPDecoder::decode(PixelSize) const {
+    WebPBitstreamFeatures features;
+    if (WebPGetFeatures(data().data(), data().size(), &features) != VP8_STATUS_OK) return std::nullopt;
+    const PixelSize size = header().size;
+    const int pitch = size.width * (features.has_alpha ? 4 : 3);
+    Data samples(static_cast<std::size_t>(pitch) * static_cast<std::size_t>(size.height));
+    if (!decodeInto(samples, data(), pitch, features.has_alpha != 0)) return std::nullopt;
+    Picture picture({features.has_alpha ? ColourModel::RGBA : ColourModel::RGB, size, k444});
+    for (int y = 0; y < size.height; ++y)
+        picture.setRow(y, samples.data() + std::int64_t{pitch} * y);
+    return picture;
+}
+
+}  // namespace qv::imaging
