@@ -24,7 +24,8 @@ enum QVBusinessCardFieldType : std::int32_t {
     QVBusinessCardFieldTypeSkype = 12,
 };
 
-/// One recognised item of a card. Not synchronised.
+/// One recognised item of a card: what it is, what it says, where it lies on the card. Positions are in the recognition
+/// server's units, the orientation in degrees clockwise. Not synchronised: one thread at a time while it changes.
 class QV_EXPORT QVBusinessCardField : public qv::Object {
   public:
     QVBusinessCardField() = default;
@@ -36,24 +37,31 @@ class QV_EXPORT QVBusinessCardField : public qv::Object {
 
     std::int32_t type() const { return mType; }
     void setType(std::int32_t type) { mType = type; }
+    /// A secondary code, 0 throughout.
     std::int32_t label() const { return mLabel; }
     void setLabel(std::int32_t label) { mLabel = label; }
+    /// The server's word for the kind of field, unchanged; absent when it gave none.
     const QVString& name() const { return mName; }
     void setName(QVString name) { mName = std::move(name); }
     const QVString& text() const { return mText; }
-    /// Normalises names and e-mail addresses before they are stored.
+    /// `setText:` Repairs names and e-mail addresses before they are stored, absent results included. A text whose
+    /// repair leaves the range of a string (`qv::RangeError`) is logged and stored as it is; nothing else is caught.
     void setText(const QVString& text);
     const qv::Rect& frame() const { return mFrame; }
     void setFrame(const qv::Rect& frame) { mFrame = frame; }
+    /// The recogniser's confidence; higher is better, 0 when it gave none.
     std::int64_t weight() const { return mWeight; }
     void setWeight(std::int64_t weight) { mWeight = weight; }
     std::int64_t orient() const { return mOrient; }
     void setOrient(std::int64_t orient) { mOrient = orient; }
 
+    /// Whether this is a name or an e-mail address.
     bool canPerformNormalizationAndAutocorrection() const;
-    /// `performNormalizationAndAutocorrectionForText:type:`
-    QVString performNormalizationAndAutocorrectionForText(const QVString& text, std::int32_t type) const;
+    /// `performNormalizationAndAutocorrectionForText:type:` An absent or empty text as it is, an e-mail address or a
+    /// name repaired, absent for every other type. Virtual, so that a host can bring repair rules of its own.
+    virtual QVString performNormalizationAndAutocorrectionForText(const QVString& text, std::int32_t type) const;
 
+    /// `description` "Business Card Field: TYPE LABEL NAME TEXT".
     std::string description() const override;
 
   private:
