@@ -10,6 +10,7 @@
 #include "QVCardScan/QVCardProcessingOperation.h"
 #include "QVCardScan/QVCardProcessingRequest.h"
 #include "QVCardScan/QVCardProcessingResponse.h"
+#include "QVCardScan/QVCardRecoVocabulary.h"
 #include "QVCardScan/QVCardScanDefines.h"
 #include "QVCardScan/QVCardScanResultFormatter.h"
 #include "QVCardScan/QVCardScanTypes.h"

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "QVCardScan/QVBizCardParser.h"
+#include "QVPlatform/XMLParser.h"
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// What the parser knows in the middle of one document: the card, the field and the text that are being collected.
+/// Receives the document's events; the parser is borrowed.
+class QVBizCardBuilder : public qv::XMLParserDelegate {
+  public:
+    explicit QVBizCardBuilder(const QVBizCardParser& parser) : mParser(parser) {}
+
+    /// The card as the events so far left it; call once, at the end.
+    std::shared_ptr<QVBusinessCard> takeCard();
+    /// The failure that ended the document; nothing when there was none.
+    const std::optional<qv::Error>& error() const { return mError; }
+
+    void didStartElement(const std::string& elementName, const std::map<std::string, std::string>& attributes) override;
+    void didEndElement(const std::string& elementName) override;
+    void foundCharacters(std::string_view string) override;
+    void parseErrorOccurred(const qv::Error& parseError) override;
+
+  private:
+    void prepareCardWithAttributeDict(const std::map<std::string, std::string>& attributes);
+    void prepareCardField();
+    void addCardField(const std::map<std::string, std::string>& attributes);
+    void readWeight(const std::map<std::string, std::string>& attributes);
+    void finishCard();
+    void finishCardField();
+
+    const QVBizCardParser& mParser;
+    std::shared_ptr<QVBusinessCard> mCurrentCard;
+    std::shared_ptr<QVBusinessCardField> mCurrentCardField;
+    std::string mCurrentValue;
+    QVFieldArray mCardFields;
+    std::optional<std::size_t> mFinishedFields;
+    std::optional<qv::Error> mError;
+};
