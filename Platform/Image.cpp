@@ -86,12 +86,13 @@ std::shared_ptr<Image> Image::initWithData(Data data) {
 
 // Only a regular file has a size to read up to; a device would be read for ever.
 static std::optional<Data> contentsOfFile(const std::filesystem::path& file) {
+    constexpr std::uintmax_t kMaxFileSize = std::uintmax_t{1} << 30;
     std::error_code error;
     if (!std::filesystem::is_regular_file(file, error)) return std::nullopt;
     const std::uintmax_t size = std::filesystem::file_size(file, error);
-    if (error) return std::nullopt;
+    if (error || size > kMaxFileSize) return std::nullopt;
     std::ifstream stream(file, std::ios::binary);
-    Data data(size);
+    Data data(static_cast<std::size_t>(size));
     stream.read(reinterpret_cast<char*>(data.data()), static_cast<std::streamsize>(size));
     if (stream.gcount() != static_cast<std::streamsize>(size)) return std::nullopt;
     return data;

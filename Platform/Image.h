@@ -18,14 +18,16 @@ enum class ImageFileType { JPEG, PNG, TIFF };
 ///
 /// Immutable after construction: any thread may use one image, several at once. Shared by `shared_ptr`.
 /// JPEG, PNG, TIFF and WebP are read by the libraries this is built with; HEIC when the system has a decoder for it.
-/// Bytes that do not decode, a side of zero, more than 250 million pixels (64 million where the decoder needs a
-/// full-size buffer) make an image that is not valid; asking such an image for anything yields nothing, never an error.
+/// Bytes that do not decode, a side of zero or of more than a million, more than 250 million pixels (64 million where
+/// the decoder needs a full-size buffer) make an image that is not valid; asking such an image for anything yields
+/// nothing, never an error. So does a representation that would need more than 64 million pixels at once.
 class QV_EXPORT Image {
   public:
     /// `initWithData:` An image over encoded bytes of any supported format. Never null; see `isValid()`.
     static std::shared_ptr<Image> initWithData(Data data);
 
-    /// `initWithContentsOfFile:` The same over a file's bytes; null when the file cannot be read.
+    /// `initWithContentsOfFile:` The same over a file's bytes; null when it is no regular file, cannot be read or is
+    /// larger than 1 GiB.
     static std::shared_ptr<Image> initWithContentsOfFile(const std::filesystem::path& file);
 
     /// `initWithSize:drawing:` A new image of the given logical size (not rounded) into which the whole of `drawing` is
@@ -47,7 +49,8 @@ class QV_EXPORT Image {
 
     /// Encodes the picture. `compressionFactor` (0 smallest … 1 best; JPEG only) maps to JPEG quality 100·factor, with
     /// 4:2:0 sampling below 0.9 and 4:4:4 from there. Transparency lies on white in JPEG. The same picture gives the
-    /// same bytes each time. Nothing when the picture cannot be decoded.
+    /// same bytes each time. Nothing when the picture cannot be decoded or the format cannot hold it (a JPEG's sides
+    /// end at 65500).
     std::optional<Data> representationUsingType(ImageFileType type, double compressionFactor = 1.0) const;
 
     /// `TIFFRepresentation` The picture as TIFF bytes.

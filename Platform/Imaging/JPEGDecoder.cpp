@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <span>
 #include <utility>
-#include <vector>
 
 namespace qv::imaging {
 
@@ -66,14 +65,13 @@ std::optional<Picture> decodePlanes(const Data& data, const TurboJPEG& codec, co
     return picture;
 }
 
-/// The decoded samples as they are interleaved; nothing when they do not decode.
-std::optional<Data> decodeInterleaved(const Data& data, const TurboJPEG& codec, PixelSize size, int format) {
-    const int pitch = size.width * tjPixelSize[format];
-    Data samples(static_cast<std::size_t>(pitch) * static_cast<std::size_t>(size.height));
-    const int status = tjDecompress2(codec.handle(), data.data(), data.size(), samples.data(), size.width, pitch,
-                                     size.height, format, kDecodeFlags);
+/// The decoded samples as they are interleaved, a plane of rows; nothing when they do not decode.
+std::optional<Plane> decodeInterleaved(const Data& data, const TurboJPEG& codec, PixelSize size, int format) {
+    Plane rows({size.width * tjPixelSize[format], size.height});
+    const int status = tjDecompress2(codec.handle(), data.data(), data.size(), rows.row(0), size.width,
+                                     static_cast<int>(rows.stride()), size.height, format, kDecodeFlags);
     if (!codec.isUsable(status)) return std::nullopt;
-    return samples;
+    return rows;
 }
 
 // Ink is what is missing of the light, and black takes away from every colour alike.
@@ -88,21 +86,21 @@ void convertFromCMYK(const std::uint8_t* cmyk, std::uint8_t* rgb, int width, boo
 }
 
 std::optional<Picture> decodeRGB(const Data& data, const TurboJPEG& codec, PixelSize size) {
-    const std::optional<Data> samples = decodeInterleaved(data, codec, size, TJPF_RGB);
-    if (!samples) return std::nullopt;
+    const std::optional<Plane> rows = decodeInterleaved(data, codec, size, TJPF_RGB);
+    if (!rows) return std::nullopt;
     Picture picture({ColourModel::RGB, size, k444});
     for (int y = 0; y < size.height; ++y)
-        picture.setRow(y, samples->data() + std::int64_t{3} * size.width * y);
+        picture.setRow(y, rows->row(y));
     return picture;
 }
 
 std::optional<Picture> decodeCMYK(const Data& data, const TurboJPEG& codec, PixelSize size, bool isInverted) {
-    const std::optional<Data> samples = decodeInterleaved(data, codec, size, TJPF_CMYK);
-    if (!samples) return std::nullopt;
+    const std::optional<Plane> rows = decodeInterleaved(data, codec, size, TJPF_CMYK);
+    if (!rows) return std::nullopt;
     Picture picture({ColourModel::RGB, size, k444});
     Data row(static_cast<std::size_t>(size.width) * 3);
     for (int y = 0; y < size.height; ++y) {
-        convertFromCMYK(samples->data() + std::int64_t{4} * size.width * y, row.data(), size.width, isInverted);
+        convertFromCMYK(rows->row(y), row.data(), size.width, isInverted);
         picture.setRow(y, row.data());
     }
     return picture;

@@ -4,7 +4,7 @@
 #include "TIFFMemory.h"
 
 #include <cstdint>
-#include <vector>
+#include <memory>
 
 namespace qv::imaging {
 
@@ -27,8 +27,8 @@ class RGBAReader {
 
     bool isOpen() const { return mIsOpen; }
     bool hasAlpha() const { return mImage.alpha != 0; }
-    bool read(std::vector<std::uint32_t>& raster, PixelSize size) {
-        return TIFFRGBAImageGet(&mImage, raster.data(), static_cast<std::uint32_t>(size.width),
+    bool read(std::uint32_t* raster, PixelSize size) {
+        return TIFFRGBAImageGet(&mImage, raster, static_cast<std::uint32_t>(size.width),
                                 static_cast<std::uint32_t>(size.height)) != 0;
     }
 
@@ -37,12 +37,13 @@ class RGBAReader {
     bool mIsOpen = false;
 };
 
+// The library packs a pixel into a number with red in the lowest eight bits.
 void putRow(Picture& picture, int y, const std::uint32_t* pixels) {
-    for (int x = 0; x < picture.size().width; ++x) {
-        picture.plane(0).row(y)[x] = static_cast<std::uint8_t>(TIFFGetR(pixels[x]));
-        picture.plane(1).row(y)[x] = static_cast<std::uint8_t>(TIFFGetG(pixels[x]));
-        picture.plane(2).row(y)[x] = static_cast<std::uint8_t>(TIFFGetB(pixels[x]));
-        if (picture.planeCount() == 4) picture.plane(3).row(y)[x] = static_cast<std::uint8_t>(TIFFGetA(pixels[x]));
+    for (std::size_t index = 0; index < picture.planeCount(); ++index) {
+        std::uint8_t* out = picture.plane(index).row(y);
+        const std::size_t shift = 8 * index;
+        for (int x = 0; x < picture.size().width; ++x)
+            out[x] = static_cast<std::uint8_t>(pixels[x] >> shift);
     }
 }
 
@@ -74,11 +75,12 @@ std::optional<Picture> TIFFDecoder::decode(PixelSize) const {
     RGBAReader reader(file->handle());
     if (!reader.isOpen()) return std::nullopt;
     const PixelSize size = header().size;
-    std::vector<std::uint32_t> raster(static_cast<std::size_t>(size.pixels()));
-    if (!reader.read(raster, size)) return std::nullopt;
+    // Not initialised: a file that lies about its size should fail before its memory is touched.
+    const std::unique_ptr<std::uint32_t[]> raster(new std::uint32_t[static_cast<std::size_t>(size.pixels())]);
+    if (!reader.read(raster.get(), size)) return std::nullopt;
     Picture picture({reader.hasAlpha() ? ColourModel::RGBA : ColourModel::RGB, size, k444});
     for (int y = 0; y < size.height; ++y)
-        putRow(picture, y, raster.data() + std::int64_t{size.width} * y);
+        putRow(picture, y, raster.get() + std::int64_t{size.width} * y);
     if (reader.hasAlpha()) unpremultiply(picture);
     return picture;
 }

@@ -35,9 +35,10 @@ Orientation orientationIn(const Data& data) {
     return {};
 }
 
-bool decodeInto(Data& samples, const Data& data, int pitch, bool hasAlpha) {
+bool decodeInto(Plane& rows, const Data& data, bool hasAlpha) {
     auto* decode = hasAlpha ? WebPDecodeRGBAInto : WebPDecodeRGBInto;
-    return decode(data.data(), data.size(), samples.data(), samples.size(), pitch) != nullptr;
+    const auto count = static_cast<std::size_t>(rows.stride()) * static_cast<std::size_t>(rows.height());
+    return decode(data.data(), data.size(), rows.row(0), count, static_cast<int>(rows.stride())) != nullptr;
 }
 
 }  // namespace
@@ -53,13 +54,13 @@ std::unique_ptr<const ImageDecoder> WebPDecoder::create(const Data& data) {
 std::optional<Picture> WebPDecoder::decode(PixelSize) const {
     WebPBitstreamFeatures features;
     if (WebPGetFeatures(data().data(), data().size(), &features) != VP8_STATUS_OK) return std::nullopt;
+    const bool hasAlpha = features.has_alpha != 0;
     const PixelSize size = header().size;
-    const int pitch = size.width * (features.has_alpha ? 4 : 3);
-    Data samples(static_cast<std::size_t>(pitch) * static_cast<std::size_t>(size.height));
-    if (!decodeInto(samples, data(), pitch, features.has_alpha != 0)) return std::nullopt;
-    Picture picture({features.has_alpha ? ColourModel::RGBA : ColourModel::RGB, size, k444});
+    Plane rows({size.width * (hasAlpha ? 4 : 3), size.height});
+    if (!decodeInto(rows, data(), hasAlpha)) return std::nullopt;
+    Picture picture({hasAlpha ? ColourModel::RGBA : ColourModel::RGB, size, k444});
     for (int y = 0; y < size.height; ++y)
-        picture.setRow(y, samples.data() + std::int64_t{pitch} * y);
+        picture.setRow(y, rows.row(y));
     return picture;
 }
 
