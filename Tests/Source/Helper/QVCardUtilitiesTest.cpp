@@ -53,7 +53,7 @@ INSTANTIATE_TEST_SUITE_P(Sizes, ScalingProportionally,
                                          // 3000 × (1024 ÷ 4000) in single precision goes a little beyond 768.
                                          FitCase{"TwelveMegapixels", 4000, 3000, kBox, {1024, 768.00006103515625}},
                                          FitCase{"OneRow", 2048, 1, kBox, {1024, 0.5}},
-                                         FitCase{"OtherBox", 300, 200, {30, 100}, {30.000001907348633, 20}},
+                                         FitCase{"OtherBox", 700, 300, {64, 64}, {64, 27.428571701049805}},
                                          FitCase{"ExactOtherBox", 30, 20, {30, 20}, {30, 20}}),
                          [](const auto& row) { return row.param.name; });
 
