@@ -1,0 +1,76 @@
+"""The printed side of a card: draws in millimetres and notes every field that it prints."""
+
+from PIL import Image, ImageDraw
+
+from . import fonts
+
+
+class Page:
+    """One side of a card. Lengths are millimetres from the upper left corner; `scale` is pixels per millimetre."""
+
+    def __init__(self, style, scale):
+        self.style = style
+        self.scale = scale
+        self.fields = []
+        self.printed = []
+        self.code = None
+        self.image = Image.new("RGB", (round(style.width * scale), round(style.height * scale)), style.palette.paper)
+        self.draw = ImageDraw.Draw(self.image)
+
+    def note(self, kind, text, **more):
+        """Writes down a field as it is printed."""
+        self.fields.append({"type": kind, "text": text, **more})
+
+    def text_width(self, text, size, family=None, weight="regular", tracking=0.0):
+        """The width of a line in millimetres; `tracking` is extra space after each letter in em."""
+        face = fonts.face(family or self.style.body, weight, round(size * self.scale))
+        return face.getlength(text) / self.scale + tracking * size * max(0, len(text) - 1)
+
+    def text(self, x, y, text, size, family=None, weight="regular", colour=None, align="left", tracking=0.0,
+             room=None):
+        """Prints a line whose upper edge is at y and returns the y after it. A line wider than `room` is set smaller."""
+        family = family or self.style.body
+        width = self.text_width(text, size, family, weight, tracking)
+        if room and width > room:
+            size, width = size * room / width, room
+        left = {"left": x, "centre": x - width / 2, "right": x - width}[align]
+        self._letters(left, y, text, size, fonts.face(family, weight, round(size * self.scale)),
+                      colour or self.style.palette.ink, tracking)
+        self.printed.append(text)
+        return y + size * 1.22
+
+    def _letters(self, x, y, text, size, face, colour, tracking):
+        baseline = round((y + size * 0.92) * self.scale)
+        if not tracking:
+            self.draw.text((round(x * self.scale), baseline), text, font=face, fill=colour, anchor="ls")
+            return
+        for index, letter in enumerate(text):
+            left = x * self.scale + face.getlength(text[:index]) + tracking * size * self.scale * index
+            self.draw.text((round(left), baseline), letter, font=face, fill=colour, anchor="ls")
+
+    def box(self, left, top, right, bottom, colour):
+        """A filled rectangle."""
+        self.draw.rectangle([round(v * self.scale) for v in (left, top, right, bottom)], fill=colour)
+
+    def line(self, points, width, colour):
+        """A line through points."""
+        self.draw.line([(x * self.scale, y * self.scale) for x, y in points], fill=colour,
+                       width=max(1, round(width * self.scale)), joint="curve")
+
+    def disc(self, x, y, radius, colour):
+        """A filled disc."""
+        self.draw.ellipse([(v) * self.scale for v in (x - radius, y - radius, x + radius, y + radius)], fill=colour)
+
+    def polygon(self, points, colour):
+        """A filled polygon."""
+        self.draw.polygon([(x * self.scale, y * self.scale) for x, y in points], fill=colour)
+
+    def modules(self, x, y, side, rows, colour, paper):
+        """A QR code of the given side on its quiet zone, which lies around it."""
+        module = side / len(rows)
+        self.box(x - 4 * module, y - 4 * module, x + side + 4 * module, y + side + 4 * module, paper)
+        for row, bits in enumerate(rows):
+            for column, bit in enumerate(bits):
+                if bit:
+                    self.box(x + column * module, y + row * module, x + (column + 1) * module - 0.5 / self.scale,
+                             y + (row + 1) * module - 0.5 / self.scale, colour)
