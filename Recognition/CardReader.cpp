@@ -1,0 +1,145 @@
+#include "CardReader.h"
+
+#include "Fields/FieldDecision.h"
+#include "Picture/Illumination.h"
+#include "Result/ResultWriter.h"
+#include "Text/Layout.h"
+#include "Text/Reading.h"
+#include "Text/WordMerge.h"
+
+#include <opencv2/imgproc.hpp>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+namespace qv::recognition {
+namespace {
+
+constexpr int kReadingSide = 1600;  // the engine reads type of 20 to 40 pixels best: what a card of this size has
+constexpr std::size_t kMostEngines = 3;
+
+class StageClock {
+  public:
+    explicit StageClock(Recognition& report) : mReport(report), mStart(std::chrono::steady_clock::now()) {}
+
+    void done(const char* stage) {
+        const auto now = std::chrono::steady_clock::now();
+        mReport.stages.push_back(
+            {stage, std::chrono::duration_cast<std::chrono::milliseconds>(now - std::exchange(mStart, now))});
+    }
+
+  private:
+    Recognition& mReport;
+    std::chrono::steady_clock::time_point mStart;
+};
+
+std::string_view nameOf(FieldType type) {
+    static constexpr std::array<std::string_view, 12> names = {"name",    "email",      "phone",   "title",
+                                                               "company", "department", "url",     "address",
+                                                               "fax",     "mobile",     "twitter", "skype"};
+    return names[static_cast<std::size_t>(type)];
+}
+
+cv::Mat greyOf(const cv::Mat& colour) {
+    cv::Mat grey;
+    cv::cvtColor(colour, grey, cv::COLOR_BGR2GRAY);
+    return grey;
+}
+
+cv::Mat enlarged(const cv::Mat& picture, double factor) {
+    cv::Mat result;
+    const cv::Size size(std::max(1, cvRound(picture.cols * factor)), std::max(1, cvRound(picture.rows * factor)));
+    cv::resize(picture, result, size, 0, 0, factor < 1 ? cv::INTER_AREA : cv::INTER_CUBIC);
+    return result;
+}
+
+/// The chance that a field is right: what kind it is must be right, and every letter of it.
+int weightOf(const Field& field) {
+    const float read = std::clamp((field.confidence - 20) / 75, 0.05F, 1.F);
+    return std::clamp(static_cast<int>(std::lround(100 * field.likelihood * read)), 1, 99);
+}
+
+Result resultOf(const std::vector<Field>& fields, const SentPicture& sent, const ReadingLanguage& language,
+                int orient) {
+    Result result{language.code, sent.width, sent.height, orient, {}};
+    for (const auto& field : fields)
+        result.items.push_back({nameOf(field.type), field.text, field.box, weightOf(field)});
+    return result;
+}
+
+}  // namespace
+
+std::unique_ptr<CardReader> CardReader::open(Options options) {
+    std::unique_ptr<CardReader> reader(new CardReader(std::move(options)));
+    return reader->engineFor({"en", "eng", false}) == nullptr ? nullptr : std::move(reader);
+}
+
+Engine* CardReader::engineFor(const ReadingLanguage& language) {
+    const auto loaded = std::find_if(mEngines.begin(), mEngines.end(),
+                                     [&](const auto& entry) { return entry.models == language.models; });
+    if (loaded != mEngines.end()) {
+        std::rotate(mEngines.begin(), loaded, loaded + 1);
+        return mEngines.front().engine.get();
+    }
+    auto engine = Engine::open(mOptions.models, language.models);
+    if (!engine) return nullptr;
+    if (mEngines.size() >= kMostEngines) mEngines.pop_back();
+    mEngines.insert(mEngines.begin(), {language.models, std::move(engine)});
+    return mEngines.front().engine.get();
+}
+
+Recognition CardReader::recognise(std::span<const std::uint8_t> jpeg, const std::string& contentLanguage) {
+    Recognition report;
+    StageClock clock(report);
+    const Deadline deadline = Deadline::in(mOptions.timeLimit);
+    const auto sent = decodeJPEG(jpeg);
+    clock.done("decode");
+    if (!sent) return report;
+    report.isPicture = true;
+    ReadingLanguage language = readingLanguage(contentLanguage, mOptions.models);
+    Engine* engine = engineFor(language);
+    if (engine == nullptr) {
+        language = {"en", "eng", true};
+        engine = engineFor(language);
+    }
+    if (language.isFallback) report.remark = "the language asked for is not installed, reading English";
+    int orient = 0;
+    const auto fields =
+        engine == nullptr ? std::vector<Field>() : fieldsOf(*sent, *engine, language, deadline, report, orient);
+    report.fields = static_cast<int>(fields.size());
+    report.xml = writeResult(resultOf(fields, *sent, language, orient));
+    return report;
+}
+
+std::vector<Field> CardReader::fieldsOf(const SentPicture& sent, Engine& engine, const ReadingLanguage& language,
+                                        Deadline deadline, Recognition& report, int& orient) {
+    StageClock clock(report);
+    cv::Mat grey = greyOf(sent.colour);
+    if (!hasDetail(grey)) return {};
+    const double factor = static_cast<double>(kReadingSide) / std::max(grey.cols, grey.rows);
+    const cv::Mat large = enlarged(grey, factor);
+    const cv::Mat even = evenLight(large);
+    clock.done("light");
+
+    Reading reading = readUpright(engine, even, deadline);
+    orient = reading.orient;
+    clock.done("read");
+    const cv::Mat upright = turned(large, orient);
+    reading.words = merged(std::move(reading.words), engine.read(upright, PageMode::Sparse, deadline));
+    clock.done("again");
+    reading.words = merged(std::move(reading.words), engine.read(turned(even, orient), PageMode::Page, deadline));
+    clock.done("page");
+
+    auto fields = decideFields(arrange(std::move(reading.words)), language.code);
+    const PlaneMap toSent =
+        PlaneMap::scaledBy(static_cast<double>(large.cols) / sent.width, static_cast<double>(large.rows) / sent.height)
+            .after(PlaneMap::turnedBy(orient, large.cols, large.rows));
+    for (auto& field : fields)
+        field.box = toSent.map(field.box);
+    clock.done("fields");
+    return fields;
+}
+
+}  // namespace qv::recognition

@@ -1,0 +1,177 @@
+#include "Fields/Address.h"
+
+#include "Fields/Postcode.h"
+#include "Fields/Words/Words.h"
+#include "Text/Layout.h"
+#include "Text/Letters.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace qv::recognition {
+namespace {
+
+constexpr float kCore = 0.5F;       // a line that starts a block
+constexpr float kNeighbour = 0.2F;  // a line that a block takes in
+constexpr float kAccepted = 0.5F;
+constexpr float kSizeRatio = 1.5F;
+
+/// What a line holds that addresses are made of.
+struct Traits {
+    float postcode = 0;
+    bool street = false;
+    bool number = false;
+    bool leadingNumber = false;
+    bool place = false;
+    bool country = false;
+    bool box = false;
+    bool state = false;
+    bool comma = false;
+    bool title = false;
+    bool firm = false;
+};
+
+bool isHouseNumber(const std::string& word) {
+    const std::string bare = trimmed(word, ".,;:()#");
+    return !bare.empty() && bare.size() <= 9 && bare[0] >= '0' && bare[0] <= '9' && countDigits(bare) <= 6 &&
+           countLetters(bare) <= 2;
+}
+
+bool isBox(const std::vector<std::string>& words) {
+    const auto has = [&](std::string_view word) { return std::find(words.begin(), words.end(), word) != words.end(); };
+    return has("postfach") || has("apartado") || has("pobox") || has("postbus") ||
+           (has("box") && (has("po") || has("p.o") || has("gpo"))) || (has("bp") && words.size() >= 2);
+}
+
+bool isStateName(const std::string& printed) {
+    const std::string word = trimmed(printed, ".,;:()");
+    return words::isState(folded(word)) && (word.size() > 3 || isAllCapitals(word));
+}
+
+Traits traitsOf(const std::string& text) {
+    Traits traits;
+    const auto printed = splitAtSpaces(text);
+    const auto words = foldedWords(text);
+    traits.postcode = postcodeEvidence(printed);
+    traits.number = std::any_of(printed.begin(), printed.end(), isHouseNumber);
+    traits.leadingNumber = !printed.empty() && isHouseNumber(printed.front()) && countLetters(text) >= 3;
+    traits.street = std::any_of(words.begin(), words.end(), [](const auto& word) { return words::isStreet(word); });
+    traits.place = std::any_of(words.begin(), words.end(), [](const auto& word) { return words::isAddress(word); });
+    traits.country = std::any_of(words.begin(), words.end(), [](const auto& word) { return words::isCountry(word); });
+    traits.state = std::any_of(printed.begin(), printed.end(), isStateName);
+    traits.title = std::any_of(words.begin(), words.end(), [](const auto& word) { return words::isTitle(word); });
+    traits.firm = std::any_of(words.begin(), words.end(),
+                              [](const auto& word) { return words::isLegalForm(word) && word.size() > 2; });
+    traits.box = isBox(words);
+    traits.comma = text.find(',') != std::string::npos;
+    return traits;
+}
+
+float evidence(const Traits& traits, std::size_t words) {
+    float sum = traits.postcode * 0.75F;
+    if (traits.street) sum += traits.number ? 0.6F : 0.3F;
+    if (traits.leadingNumber && !traits.street) sum += 0.25F;
+    if (traits.box) sum += 0.5F;
+    if (traits.country) sum += words <= 2 ? 0.45F : 0.3F;
+    if (traits.state && traits.comma) sum += 0.2F;
+    if (traits.place) sum += traits.number || traits.comma ? 0.25F : 0.1F;
+    if (traits.comma) sum += 0.05F;
+    if (traits.title && !traits.number) sum -= 0.4F;
+    if (traits.firm) sum -= 0.45F;
+    return std::clamp(sum, 0.F, 1.F);
+}
+
+bool likeType(const TextLine& a, const TextLine& b) {
+    return std::max(a.size, b.size) <= kSizeRatio * std::min(a.size, b.size);
+}
+
+bool neighbours(const TextLine& upper, const TextLine& lower) {
+    return followsInColumn(upper, lower) && likeType(upper, lower);
+}
+
+bool endsWithComma(const TextLine& line) {
+    return endsWith(line.text(), ",");
+}
+
+class BlockFinder {
+  public:
+    explicit BlockFinder(const std::vector<TextLine>& lines) : mLines(lines), mUsed(lines.size(), false) {
+        for (const auto& line : lines)
+            mEvidence.push_back(addressEvidence(line));
+    }
+
+    std::vector<AddressBlock> find() {
+        std::vector<std::size_t> order(mLines.size());
+        std::iota(order.begin(), order.end(), std::size_t{0});
+        std::stable_sort(order.begin(), order.end(), [this](auto a, auto b) { return mEvidence[a] > mEvidence[b]; });
+        std::vector<AddressBlock> blocks;
+        for (const std::size_t core : order) {
+            if (mUsed[core] || mEvidence[core] < kCore) continue;
+            AddressBlock block = grownFrom(core);
+            if (block.likelihood >= kAccepted) blocks.push_back(std::move(block));
+        }
+        return blocks;
+    }
+
+  private:
+    AddressBlock grownFrom(std::size_t core) {
+        AddressBlock block{{core}, 0};
+        mUsed[core] = true;
+        while (growUp(block) || growDown(block)) {
+        }
+        float sum = 0;
+        for (const std::size_t i : block.lines)
+            sum += mEvidence[i];
+        block.likelihood = std::min(0.95F, 0.2F + sum * 0.6F);
+        return block;
+    }
+
+    bool growUp(AddressBlock& block) {
+        for (std::size_t i = 0; i < mLines.size(); ++i) {
+            if (mUsed[i] || !neighbours(mLines[i], mLines[block.lines.front()])) continue;
+            if (mEvidence[i] < kNeighbour && !(endsWithComma(mLines[i]) && mEvidence[i] > 0.04F)) continue;
+            mUsed[i] = true;
+            block.lines.insert(block.lines.begin(), i);
+            return true;
+        }
+        return false;
+    }
+
+    bool growDown(AddressBlock& block) {
+        const TextLine& last = mLines[block.lines.back()];
+        for (std::size_t i = 0; i < mLines.size(); ++i) {
+            if (mUsed[i] || !neighbours(last, mLines[i])) continue;
+            if (mEvidence[i] < kNeighbour && !(endsWithComma(last) && countLetters(mLines[i].text()) >= 2)) continue;
+            mUsed[i] = true;
+            block.lines.push_back(i);
+            return true;
+        }
+        return false;
+    }
+
+    const std::vector<TextLine>& mLines;
+    std::vector<float> mEvidence;
+    std::vector<bool> mUsed;
+};
+
+}  // namespace
+
+float addressEvidence(const TextLine& line) {
+    const std::string text = line.text();
+    return evidence(traitsOf(text), splitAtSpaces(text).size());
+}
+
+std::vector<AddressBlock> findAddresses(const std::vector<TextLine>& lines) {
+    return BlockFinder(lines).find();
+}
+
+std::string joinedAddress(const std::vector<std::string>& lines) {
+    std::string joined;
+    for (const auto& line : lines) {
+        if (!joined.empty()) joined += endsWith(joined, ",") || endsWith(joined, ";") ? " " : ", ";
+        joined += line;
+    }
+    return joined;
+}
+
+}  // namespace qv::recognition

@@ -1,0 +1,81 @@
+#include "Fields/Cleaning.h"
+
+#include "Fields/Phone.h"
+#include "Fields/Words/WordSet.h"
+#include "Text/Letters.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace qv::recognition {
+namespace {
+
+constexpr float kHardlyRead = 40;
+constexpr float kWellRead = 75;
+
+bool isNoise(const Word& word) {
+    const int letters = countLetters(word.text);
+    const int digits = countDigits(word.text);
+    if (letters + digits == 0) return true;
+    const bool single = length(trimmed(word.text, ".,:;()[]{}|'\"")) == 1;
+    const bool initial = single && letters == 1 && isAllCapitals(word.text) && endsWith(word.text, ".");
+    if (single && digits == 0 && !initial) return word.confidence < kWellRead || isAllCapitals(word.text) == false;
+    if (word.confidence < 20) return true;
+    return letters + digits <= 2 && word.confidence < kHardlyRead;
+}
+
+/// Small print between two words of a title or a firm is not noise ("Sales & Leasing"): only the ends are looked at.
+std::pair<std::size_t, std::size_t> withoutNoise(const std::vector<Word>& words) {
+    std::size_t first = 0;
+    std::size_t end = words.size();
+    while (first < end && isNoise(words[first]))
+        ++first;
+    while (end > first && isNoise(words[end - 1]))
+        --end;
+    return {first, end};
+}
+
+}  // namespace
+
+std::vector<TextLine> withoutClaims(const TextLine& line, const std::vector<Claim>& claims) {
+    std::vector<bool> taken(line.words.size(), false);
+    for (const auto& claim : claims) {
+        for (std::size_t i = claim.first; i < claim.end && i < taken.size(); ++i)
+            taken[i] = true;
+    }
+    std::vector<TextLine> rest;
+    std::vector<Word> words;
+    for (std::size_t i = 0; i <= line.words.size(); ++i) {
+        if (i < line.words.size() && !taken[i]) {
+            words.push_back(line.words[i]);
+        } else if (!words.empty()) {
+            rest.push_back(makeLine(std::exchange(words, {})));
+        }
+    }
+    return rest;
+}
+
+TextLine cleaned(const TextLine& line) {
+    const auto [first, end] = withoutNoise(line.words);
+    const auto at = [&line](std::size_t i) { return line.words.begin() + static_cast<std::ptrdiff_t>(i); };
+    return makeLine(std::vector<Word>(at(first), at(end)));
+}
+
+bool isText(const TextLine& line) {
+    const std::string text = line.text();
+    const int letters = countLetters(text);
+    const int digits = countDigits(text);
+    if (letters + digits < 2 || line.confidence() < kHardlyRead) return false;
+    return (letters + digits) * 3 >= length(text) * 2 - static_cast<int>(line.words.size());
+}
+
+bool isLabelOnly(const TextLine& line) {
+    static const WordSet labels(
+        "email mail web website internet homepage url www site adresse address adres direccion indirizzo endereco "
+        "skype twitter "
+        "facebook linkedin instagram contact kontakt contacto contatti e w");
+    if (line.words.size() > 2) return false;
+    return labelOf(line).has_value() || labels.has(foldedKey(line.text()));
+}
+
+}  // namespace qv::recognition

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Fields/Field.h"
+
+#include <vector>
+
+namespace qv::recognition {
+
+/// Names on Twitter ("@jane", "Twitter: jane") and Skype ("Skype: jane.doe") in a line; the label belongs to the claim,
+/// the text does not hold it.
+std::vector<Claim> findHandles(const TextLine& line);
+
+}  // namespace qv::recognition

@@ -1,0 +1,206 @@
+#include "Fields/Persons.h"
+
+#include "Fields/Company.h"
+#include "Fields/Department.h"
+#include "Fields/Name.h"
+#include "Fields/Title.h"
+#include "Text/Layout.h"
+#include "Text/Letters.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace qv::recognition {
+namespace {
+
+constexpr float kName = 0.42F;
+constexpr float kTitle = 0.5F;
+constexpr float kTitleByPlace = 0.2F;
+constexpr float kDepartment = 0.5F;
+constexpr float kCompany = 0.42F;
+constexpr float kSecondCompany = 0.75F;
+constexpr float kSameSize = 1.3F;
+constexpr std::size_t kFirmLines = 3;
+
+float asLikelihood(float evidence) {
+    return std::clamp(0.35F + 0.5F * evidence, 0.2F, 0.97F);
+}
+
+class Sorter {
+  public:
+    Sorter(const std::vector<TextLine>& lines, const CardFacts& facts)
+        : mLines(lines), mFacts(facts), mUsed(lines.size(), false) {
+        for (const auto& line : lines) {
+            mTitle.push_back(titleEvidence(line));
+            mDepartment.push_back(departmentEvidence(line));
+        }
+    }
+
+    std::vector<Field> sorted() {
+        takeName();
+        takeTitles();
+        takeDepartments();
+        takeCompanies();
+        return std::move(mFields);
+    }
+
+  private:
+    void takeName() {
+        float best = kName;
+        for (std::size_t i = 0; i < mLines.size(); ++i) {
+            const float evidence = nameEvidenceAt(i);
+            if (evidence > best) {
+                best = evidence;
+                mName = i;
+            }
+        }
+        if (mName) add(FieldType::Name, *mName, asLikelihood(best));
+    }
+
+    /// A name mostly stands right above what its bearer does.
+    float nameEvidenceAt(std::size_t i) const {
+        float evidence = nameEvidence(mLines[i], mFacts);
+        if (evidence < 0) return evidence;
+        if (hasTitleBelow(i)) evidence += 0.25F;
+        return evidence - std::max(0.F, companyEvidence(mLines[i], mFacts) - 0.5F) * 0.4F;
+    }
+
+    bool hasTitleBelow(std::size_t i) const {
+        for (std::size_t j = 0; j < mLines.size(); ++j) {
+            if (j != i && mTitle[j] >= kTitle && standsBelow(i, j)) return true;
+        }
+        return false;
+    }
+
+    bool standsBelow(std::size_t upper, std::size_t lower) const {
+        return mLines[lower].box.centreY() > mLines[upper].box.centreY() &&
+               followsInColumn(mLines[upper], mLines[lower]);
+    }
+
+    void takeTitles() {
+        for (std::size_t i = 0; i < mLines.size(); ++i) {
+            if (mUsed[i]) continue;
+            const float evidence = titleEvidenceAt(i);
+            const bool other = mDepartment[i] > evidence || companyEvidence(mLines[i], mFacts) > evidence + 0.15F;
+            if (evidence >= kTitle && !other) add(FieldType::Title, i, asLikelihood(evidence));
+        }
+    }
+
+    float titleEvidenceAt(std::size_t i) const {
+        float evidence = mTitle[i];
+        const bool below = mName && standsBelow(*mName, i) && mLines[i].size <= mLines[*mName].size;
+        if (below && (evidence >= kTitleByPlace || isPlainText(i))) evidence = std::max(evidence, kTitleByPlace) + 0.3F;
+        return evidence;
+    }
+
+    /// Words without digits in the usual size, nothing that speaks for a firm: right below a name it says what she
+    /// does.
+    bool isPlainText(std::size_t i) const {
+        const std::string text = mLines[i].text();
+        return countDigits(text) == 0 && length(text) <= 45 && length(text) >= 3 && mDepartment[i] < kDepartment &&
+               mLines[i].confidence() > 60 && companyEvidence(mLines[i], mFacts) < 0.3F;
+    }
+
+    void takeDepartments() {
+        for (std::size_t i = 0; i < mLines.size(); ++i) {
+            if (mUsed[i] || mDepartment[i] < kDepartment) continue;
+            if (companyEvidence(mLines[i], mFacts) > mDepartment[i] + 0.2F) continue;
+            add(FieldType::Department, i, asLikelihood(mDepartment[i]));
+        }
+    }
+
+    struct Firm {
+        std::vector<std::size_t> lines;
+        float evidence = 0;
+    };
+
+    void takeCompanies() {
+        bool first = true;
+        while (const auto firm = bestFirm()) {
+            if (firm->evidence < (first ? kCompany : kSecondCompany)) break;
+            addFirm(*firm);
+            first = false;
+        }
+        if (first) takeLargest();
+    }
+
+    std::optional<Firm> bestFirm() const {
+        std::optional<Firm> best;
+        for (std::size_t i = 0; i < mLines.size(); ++i) {
+            if (mUsed[i]) continue;
+            for (Firm firm{{i}, 0};;) {
+                firm.evidence = companyEvidence(joined(firm), mFacts);
+                if (!best || firm.evidence > best->evidence) best = firm;
+                const auto next = firm.lines.size() < kFirmLines ? lineBelow(firm.lines.back()) : std::nullopt;
+                if (!next) break;
+                firm.lines.push_back(*next);
+            }
+        }
+        return best;
+    }
+
+    std::optional<std::size_t> lineBelow(std::size_t i) const {
+        for (std::size_t j = 0; j < mLines.size(); ++j) {
+            const bool sameSize =
+                std::max(mLines[i].size, mLines[j].size) <= kSameSize * std::min(mLines[i].size, mLines[j].size);
+            if (j != i && !mUsed[j] && sameSize && standsBelow(i, j)) return j;
+        }
+        return std::nullopt;
+    }
+
+    TextLine joined(const Firm& firm) const {
+        std::vector<Word> words;
+        for (const std::size_t i : firm.lines)
+            words.insert(words.end(), mLines[i].words.begin(), mLines[i].words.end());
+        return makeLine(std::move(words));
+    }
+
+    /// Nothing says what the firm is called: then it is what was printed largest, unless that is hardly larger than the
+    /// rest.
+    void takeLargest() {
+        std::optional<std::size_t> largest;
+        for (std::size_t i = 0; i < mLines.size(); ++i) {
+            if (mUsed[i] || mLines[i].confidence() < 65 || countLetters(mLines[i].text()) < 3 ||
+                mLines[i].words.size() > 4)
+                continue;
+            if (!largest || mLines[i].size > mLines[*largest].size) largest = i;
+        }
+        if (!largest || mLines[*largest].size < 1.15F * mFacts.usualSize) return;
+        Firm firm{{*largest}, 0.1F};
+        for (auto next = lineBelow(*largest); next && firm.lines.size() < kFirmLines;
+             next = lineBelow(firm.lines.back())) {
+            if (std::find(firm.lines.begin(), firm.lines.end(), *next) != firm.lines.end()) break;
+            firm.lines.push_back(*next);
+        }
+        addFirm(firm);
+    }
+
+    void addFirm(const Firm& firm) {
+        const TextLine line = joined(firm);
+        for (const std::size_t i : firm.lines)
+            mUsed[i] = true;
+        mFields.push_back({FieldType::Company, line.text(), line.box, line.confidence(), asLikelihood(firm.evidence)});
+    }
+
+    void add(FieldType type, std::size_t i, float likelihood) {
+        mUsed[i] = true;
+        const TextLine& line = mLines[i];
+        mFields.push_back({type, trimmed(line.text(), ",;: "), line.box, line.confidence(), likelihood});
+    }
+
+    const std::vector<TextLine>& mLines;
+    const CardFacts& mFacts;
+    std::vector<bool> mUsed;
+    std::vector<float> mTitle;
+    std::vector<float> mDepartment;
+    std::optional<std::size_t> mName;
+    std::vector<Field> mFields;
+};
+
+}  // namespace
+
+std::vector<Field> findPersonsAndFirms(const std::vector<TextLine>& lines, const CardFacts& facts) {
+    return Sorter(lines, facts).sorted();
+}
+
+}  // namespace qv::recognition

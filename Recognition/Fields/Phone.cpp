@@ -1,0 +1,180 @@
+#include "Fields/Phone.h"
+
+#include "Fields/NumberShape.h"
+#include "Fields/NumberingPlan.h"
+#include "Text/Letters.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace qv::recognition {
+namespace {
+
+constexpr int kShortestLabelled = 5;
+constexpr int kShortest = 7;
+constexpr int kSure = 9;
+constexpr int kLongest = 16;
+
+/// A line's text together with the word that each of its bytes belongs to.
+struct IndexedText {
+    std::string text;
+    std::vector<std::size_t> wordAt;
+
+    explicit IndexedText(const TextLine& line) {
+        for (std::size_t i = 0; i < line.words.size(); ++i) {
+            if (i > 0) add(" ", i);
+            add(line.words[i].text, i);
+        }
+    }
+
+    void add(std::string_view part, std::size_t word) {
+        text += part;
+        wordAt.resize(text.size(), word);
+    }
+};
+
+struct Label {
+    NumberKind kind = NumberKind::Phone;
+    std::size_t length = 0;  ///< in bytes, from the number outwards
+};
+
+/// The last one or two words before a number, glued or not: "Tel", "toll free".
+std::optional<Label> labelBefore(std::string_view before) {
+    const auto end = before.find_last_not_of(" :.-=>)|");
+    if (end == std::string_view::npos) return std::nullopt;
+    std::size_t start = end + 1;
+    std::optional<Label> found;
+    for (int words = 0; words < 3 && start > 0; ++words) {
+        const auto last = before.find_last_not_of(' ', start - 1);
+        if (last == std::string_view::npos) break;
+        const auto space = before.find_last_of(" |;", last);
+        start = space == std::string_view::npos ? 0 : space + 1;
+        const auto kind = numberLabel(before.substr(start, end + 1 - start), /*mayBeLetter=*/words == 0);
+        if (kind) found = Label{*kind, before.size() - start};
+    }
+    return found;
+}
+
+/// "(mobile)" or "fax" after a number, up to the end of the line.
+std::optional<Label> labelAfter(std::string_view after) {
+    const std::string word = trimmed(after, " ()[]:.,;");
+    if (word.empty() || word.find(' ') != std::string::npos) return std::nullopt;
+    const auto kind = numberLabel(word, /*mayBeLetter=*/after.find('(') != std::string_view::npos);
+    if (!kind || *kind == NumberKind::Other) return std::nullopt;
+    return Label{*kind, after.size()};
+}
+
+/// " ext. 12", " x12", " Durchwahl 12": belongs to the number before it.
+std::size_t extensionLength(std::string_view after) {
+    const std::string lower = folded(after);
+    for (const std::string_view mark :
+         {" ext. ", " ext.", " ext ", " ext: ", " extension ", " x ", " x", " dw ", " durchwahl ", " poste "}) {
+        if (!startsWith(lower, mark)) continue;
+        std::size_t end = mark.size();
+        while (end < after.size() && after[end] >= '0' && after[end] <= '9')
+            ++end;
+        if (end > mark.size() && lower.size() == after.size()) return end;
+    }
+    return 0;
+}
+
+bool isNoPhone(std::string_view number, bool labelled) {
+    const int digits = countDigits(number);
+    if (digits > kLongest || looksLikeDate(number) || looksLikeYears(number)) return true;
+    if (labelled) return digits < kShortestLabelled;
+    return digits < kShortest || looksLikePostcode(number);
+}
+
+/// How likely an unlabelled run is a telephone number, seen beside the other letters of its line.
+float likelihoodUnlabelled(std::string_view number, int otherLetters, const std::string& region) {
+    const int digits = countDigits(number);
+    const PlanAdvice advice = planAdvice(number, region);
+    const bool marked = hasPhoneMarks(number);
+    if (otherLetters >= 4 && !(marked && digits >= kSure) && !(advice.valid && digits >= kSure)) return 0;
+    if (!marked && digits < kSure && !advice.valid && otherLetters > 0) return 0;
+    float likelihood = marked || digits >= kSure ? 0.86F : 0.6F;
+    if (advice.valid) likelihood += 0.07F;
+    return likelihood;
+}
+
+FieldType typeOf(const std::optional<NumberKind>& label, bool mobileRange) {
+    if (!label) return mobileRange ? FieldType::Mobile : FieldType::Phone;
+    if (*label == NumberKind::Mobile) return FieldType::Mobile;
+    return *label == NumberKind::Fax ? FieldType::Fax : FieldType::Phone;
+}
+
+class PhoneFinder {
+  public:
+    PhoneFinder(const TextLine& line, const PhoneContext& context) : mIndexed(line), mContext(context) {}
+
+    std::vector<Claim> find() {
+        for (const auto& run : numberRuns(mIndexed.text))
+            take(run);
+        return std::move(mClaims);
+    }
+
+  private:
+    void take(const NumberRun& run) {
+        const std::string_view text = mIndexed.text;
+        const std::string_view after = text.substr(run.end);
+        const auto before = labelBefore(text.substr(mUsed, run.begin - mUsed));
+        const auto behind = before ? std::nullopt : labelAfter(after);
+        std::optional<NumberKind> kind = before   ? std::optional(before->kind)
+                                         : behind ? std::optional(behind->kind)
+                                                  : std::nullopt;
+        if (!kind && run.begin <= mUsed + 2) kind = mClaims.empty() ? mContext.label : mLastKind;
+        const std::string_view number = text.substr(run.begin, run.end - run.begin);
+        if (isNoPhone(number, kind.has_value()) || kind == NumberKind::Other) return;
+        const float likelihood = kind ? 0.95F : likelihoodUnlabelled(number, otherLetters(number), mContext.region);
+        if (likelihood <= 0) return;
+        const std::size_t extension = behind ? 0 : extensionLength(after);
+        const std::size_t begin = run.begin - (before ? before->length : 0);
+        const std::size_t end = run.end + (behind ? behind->length : extension);
+        const auto type = typeOf(kind, !kind && planAdvice(number, mContext.region).mobile);
+        add(type, begin, end, tidyNumber(text.substr(run.begin, run.end + extension - run.begin)), likelihood);
+        mLastKind = kind;
+        mUsed = end;
+    }
+
+    int otherLetters(std::string_view number) const { return countLetters(mIndexed.text) - countLetters(number); }
+
+    void add(FieldType type, std::size_t begin, std::size_t end, std::string number, float likelihood) {
+        begin = std::min(mIndexed.text.find_first_not_of(' ', begin), end - 1);
+        std::size_t first = mIndexed.wordAt[begin];
+        if (!mClaims.empty()) first = std::max(first, mClaims.back().end - (sharesWord(first) ? 1 : 0));
+        mClaims.push_back({type, first, mIndexed.wordAt[end - 1] + 1, std::move(number), likelihood});
+    }
+
+    bool sharesWord(std::size_t word) const { return mClaims.back().end == word + 1; }
+
+    IndexedText mIndexed;
+    const PhoneContext& mContext;
+    std::vector<Claim> mClaims;
+    std::optional<NumberKind> mLastKind;
+    std::size_t mUsed = 0;
+};
+
+}  // namespace
+
+std::vector<Claim> findPhones(const TextLine& line, const PhoneContext& context) {
+    return PhoneFinder(line, context).find();
+}
+
+std::optional<NumberKind> labelOf(const TextLine& line) {
+    const std::string text = line.text();
+    if (line.words.size() > 2 || countDigits(text) > 0) return std::nullopt;
+    return numberLabel(text, /*mayBeLetter=*/true);
+}
+
+std::string countryOfNumber(std::string_view text) {
+    for (const auto& run : numberRuns(text)) {
+        const auto number = text.substr(run.begin, run.end - run.begin);
+        const std::string digits = trimmed(number, "( ");
+        if (startsWith(digits, "+")) {
+            if (auto country = planCountry(digits); !country.empty()) return country;
+        }
+    }
+    return {};
+}
+
+}  // namespace qv::recognition

@@ -1,0 +1,105 @@
+#include "Text/Engine.h"
+
+#include <tesseract/baseapi.h>
+#include <tesseract/ocrclass.h>
+
+#include <algorithm>
+#include <utility>
+
+// Present where the engine was built for several threads; absent elsewhere.
+extern "C" void omp_set_max_active_levels(int levels) __attribute__((weak));
+
+namespace qv::recognition {
+namespace {
+
+/// The engine asks for a fixed number of threads per layer, which slows it down on a busy machine. Its limit can be set
+/// in the environment only before the process starts; a thread that allows no active parallel region has the same
+/// effect.
+void keepToThisThread() {
+    if (omp_set_max_active_levels != nullptr) omp_set_max_active_levels(0);
+}
+
+tesseract::PageSegMode segmentation(PageMode mode) {
+    switch (mode) {
+        case PageMode::Page:
+            return tesseract::PSM_AUTO;
+        case PageMode::Block:
+            return tesseract::PSM_SINGLE_BLOCK;
+        case PageMode::Line:
+            return tesseract::PSM_SINGLE_LINE;
+        case PageMode::Sparse:
+            break;
+    }
+    return tesseract::PSM_SPARSE_TEXT;
+}
+
+class TesseractEngine final : public Engine {
+  public:
+    bool load(const std::filesystem::path& models, const std::string& languages) {
+        keepToThisThread();
+        if (mAPI.Init(models.c_str(), languages.c_str(), tesseract::OEM_LSTM_ONLY) != 0) return false;
+        mAPI.SetVariable("debug_file", "/dev/null");
+        mAPI.SetVariable("classify_enable_learning", "0");
+        // Upright text is what is wanted; whether the picture has to be turned is decided by reading it in each turn.
+        mAPI.SetVariable("textord_tabfind_vertical_text", isVerticalScript(languages) ? "1" : "0");
+        return true;
+    }
+
+    std::vector<Word> read(const cv::Mat& grey, PageMode mode, Deadline deadline) override {
+        keepToThisThread();
+        mAPI.SetPageSegMode(segmentation(mode));
+        mAPI.SetImage(grey.data, grey.cols, grey.rows, 1, static_cast<int>(grey.step));
+        mAPI.SetSourceResolution(kResolution);
+        tesseract::ETEXT_DESC monitor;
+        monitor.set_deadline_msecs(static_cast<int>(deadline.left().count()));
+        std::vector<Word> words;
+        if (!deadline.passed() && mAPI.Recognize(&monitor) == 0) words = collect();
+        mAPI.Clear();
+        return words;
+    }
+
+  private:
+    static constexpr int kResolution = 300;
+
+    static bool isVerticalScript(const std::string& languages) {
+        return languages.rfind("jpn", 0) == 0 || languages.rfind("chi", 0) == 0;
+    }
+
+    std::vector<Word> collect() {
+        std::vector<Word> words;
+        const std::unique_ptr<tesseract::ResultIterator> results(mAPI.GetIterator());
+        if (!results) return words;
+        do {
+            if (auto word = wordAt(*results); !word.text.empty()) words.push_back(std::move(word));
+        } while (results->Next(tesseract::RIL_WORD));
+        return words;
+    }
+
+    static Word wordAt(const tesseract::ResultIterator& results) {
+        int left = 0;
+        int top = 0;
+        int right = 0;
+        int bottom = 0;
+        const std::unique_ptr<char[]> text(results.GetUTF8Text(tesseract::RIL_WORD));
+        if (!text || !results.BoundingBox(tesseract::RIL_WORD, &left, &top, &right, &bottom)) return {};
+        Word word;
+        word.text = text.get();
+        word.text.erase(std::remove_if(word.text.begin(), word.text.end(), [](char c) { return c >= 0 && c <= ' '; }),
+                        word.text.end());
+        word.box = {static_cast<float>(left), static_cast<float>(top), static_cast<float>(right - left),
+                    static_cast<float>(bottom - top)};
+        word.confidence = std::clamp(results.Confidence(tesseract::RIL_WORD), 0.F, 100.F);
+        return word;
+    }
+
+    tesseract::TessBaseAPI mAPI;
+};
+
+}  // namespace
+
+std::unique_ptr<Engine> Engine::open(const std::filesystem::path& models, const std::string& languages) {
+    auto engine = std::make_unique<TesseractEngine>();
+    return engine->load(models, languages) ? std::move(engine) : nullptr;
+}
+
+}  // namespace qv::recognition

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Text/Engine.h"
+
+#include <opencv2/core.hpp>
+
+#include <vector>
+
+namespace qv::recognition {
+
+/// The words of a picture and the turn they were read in.
+struct Reading {
+    int orient = 0;           ///< degrees clockwise that the picture has to be turned for these words to stand upright
+    std::vector<Word> words;  ///< boxes in the turned picture
+};
+
+/// `picture` turned clockwise by 0, 90, 180 or 270 degrees.
+cv::Mat turned(const cv::Mat& picture, int degrees);
+
+/// Reads a grey picture as it stands and, unless that gives plain text, in the other three turns as well; the turn that
+/// gave most plain text wins. Cheaper and surer than asking for the orientation first: most pictures stand upright.
+Reading readUpright(Engine& engine, const cv::Mat& grey, Deadline deadline);
+
+}  // namespace qv::recognition
