@@ -25,7 +25,7 @@ std::string withAtSign(std::string text) {
     if (text.find('@') != std::string::npos && text.find("(@)") == std::string::npos) return text;
     for (const auto sign : misread) {
         const auto at = text.find(sign);
-        if (at != std::string::npos && at > 0) return text.replace(at, sign.size(), "@");
+        if (at != std::string::npos && at > 0) return text.substr(0, at) + '@' + text.substr(at + sign.size());
     }
     return text;
 }

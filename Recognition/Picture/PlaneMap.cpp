@@ -31,8 +31,8 @@ cv::Point2d PlaneMap::map(cv::Point2d point) const {
 }
 
 Box PlaneMap::map(const Box& box) const {
-    const cv::Point2d corners[] = {map({box.x, box.y}), map({box.right(), box.y}), map({box.x, box.bottom()}),
-                                   map({box.right(), box.bottom()})};
+    const cv::Point2d corners[] = {map(cv::Point2d{box.x, box.y}), map(cv::Point2d{box.right(), box.y}),
+                                   map(cv::Point2d{box.x, box.bottom()}), map(cv::Point2d{box.right(), box.bottom()})};
     const auto [left, right] = std::minmax({corners[0].x, corners[1].x, corners[2].x, corners[3].x});
     const auto [top, bottom] = std::minmax({corners[0].y, corners[1].y, corners[2].y, corners[3].y});
     return {static_cast<float>(left), static_cast<float>(top), static_cast<float>(right - left),

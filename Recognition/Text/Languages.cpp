@@ -47,7 +47,7 @@ ReadingLanguage readingLanguage(std::string_view contentLanguage, const std::fil
 
 std::filesystem::path installedModels() {
     const char* prefix = std::getenv("TESSDATA_PREFIX");
-    for (const std::filesystem::path folder :
+    for (const auto& folder :
          {std::filesystem::path(prefix == nullptr ? "" : prefix),
           std::filesystem::path("/usr/share/tesseract-ocr/5/tessdata"), std::filesystem::path("/usr/share/tessdata"),
           std::filesystem::path("/usr/local/share/tessdata"), std::filesystem::path("/opt/homebrew/share/tessdata")}) {
