@@ -55,7 +55,7 @@ class HonorificRepair {
 // The search after a replacement begins at the running total of the lengths put in (`shift`), not behind the text just
 // put in. That text begins at or behind the place where the previous search began, so of everything before its end only
 // it can match; where it does, its dot breaks the right bound and ends the key. The result is built beside the source,
-// which keeps a name of a thousand 'Jr' linear.
+// which keeps a name of a thousand 'PhD' linear.
 void HonorificRepair::restore(const QVCardScanHonorific& honorific) {
     const std::u16string key = qv::Text::folded(honorific.key);
     const bool valueHoldsKey = qv::Text::folded(honorific.value).find(key) != std::u16string::npos;
