@@ -70,6 +70,14 @@ TEST_F(NoteTemplateFile, EveryOccurrenceIsFilledAndOnlyTheExactText) {
               name + "|" + name + name + "|<!--X-quorvane:display-as-->|<!-- x-quorvane:display-as -->");
 }
 
+TEST_F(NoteTemplateFile, HalfAPlaceIsNone) {
+    mContact->setFullName("J");
+    const std::string half = "!--x-quorvane:display-as-->";
+    const std::string name = "<span style=\"x-quorvane:display-as\">J</span>";
+    mResources.write(kFullFile, half + "x" + half + "<<" + half + half + "<!--x-quorvane:display-as--");
+    EXPECT_EQ(note(/*full=*/true), half + "x" + half + "<" + name + half + "<!--x-quorvane:display-as--");
+}
+
 TEST_F(NoteTemplateFile, PlacesOfTheHostStay) {
     std::string places;
     for (const auto place :

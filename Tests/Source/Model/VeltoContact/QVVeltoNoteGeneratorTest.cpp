@@ -192,6 +192,26 @@ TEST_F(FillingOrder, PlacesFollowOneAnotherAsPublished) {
     EXPECT_THAT(note, Not(HasSubstr("<!--")));
 }
 
+TEST_F(FillingOrder, NameThenEmailsThenPhonesThenHandles) {
+    mContact->setFullName("Jordan Example");
+    mContact->setEmailFields(entrySet({{"<!--x-quorvane:display-as--><!--x-quorvane:phones-->", "a@example.com"}}));
+    mContact->setPhoneFields(entrySet({{"<!--x-quorvane:twitters-->", "555"}}));
+    mContact->setTwitterHandles(fixtures::handleSet({"jordan"}));
+    const std::string note = filled("<!--x-quorvane:emails-->");
+    EXPECT_THAT(note, HasSubstr("<!--x-quorvane:display-as-->"));
+    EXPECT_THAT(note, Not(HasSubstr("Jordan Example")));
+    EXPECT_THAT(note, HasSubstr(">555</span>"));
+    EXPECT_THAT(note, HasSubstr(">jordan</a>"));
+}
+
+TEST_F(FillingOrder, TheProfileImageComesBeforeTheTitle) {
+    mContact->setProfileImageQVURLString("<!--x-quorvane:contact-title--><!--x-quorvane:emails-->");
+    mContact->setJobTitle("Head");
+    mResources.write("velto-note-contact-info-template.html", "<!--x-quorvane:profile-image-->");
+    EXPECT_THAT(*mGenerator.noteFromContactInfo(mContact, /*producingFullNote=*/false),
+                HasSubstr(" src=\"Head<!--x-quorvane:emails-->\""));
+}
+
 TEST_F(FillingOrder, TextsOfTheContactBringNoPlacesIn) {
     mContact->setFullName("<!--x-quorvane:emails-->");
     EXPECT_EQ(filled("<!--x-quorvane:display-as-->"),
