@@ -1,6 +1,7 @@
 #include "QVPlatform/HTTPClient.h"
 #include "Support/HTTPRequests.h"
 #include "Support/ScriptedServer.h"
+#include "Support/UntrustedTLSServer.h"
 
 #include <gtest/gtest.h>
 
@@ -202,6 +203,15 @@ TEST(HTTPRedirect, CountsTheWholeWayAgainstTheLimitOfTheCall) {
     request.totalSeconds = 1;
     EXPECT_EQ(errorCodeOf(send(request)), 28);
     EXPECT_EQ(server.requests().size(), 2U);
+}
+
+TEST(HTTPRedirect, MayLeadToTLSAndIsCheckedThere) {
+    const UntrustedTLSServer secure;
+    ScriptedServer server;
+    server.respond(redirect(308, secure.url()));
+    EXPECT_EQ(errorCodeOf(send(following(server.url(), "POST"))), 60);
+    EXPECT_EQ(secure.connectionCount(), 1);
+    EXPECT_EQ(secure.received(), "");
 }
 
 struct AddressRow {

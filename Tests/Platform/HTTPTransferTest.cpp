@@ -1,6 +1,7 @@
 #include "QVPlatform/HTTPClient.h"
 #include "Support/HTTPRequests.h"
 #include "Support/ScriptedServer.h"
+#include "Support/UntrustedTLSServer.h"
 
 #include <gtest/gtest.h>
 
@@ -20,6 +21,7 @@ constexpr long kPartialFile = 18;
 constexpr long kTimedOut = 28;
 constexpr long kGotNothing = 52;
 constexpr long kReceiveError = 56;
+constexpr long kUntrustedCertificate = 60;
 
 class HTTPTransferTest : public testing::Test {
   protected:
@@ -225,6 +227,16 @@ TEST_F(HTTPTransferTest, NeverTellsAPasswordOrAHeader) {
     const auto response = send(request);
     expectFailure(response, kCouldNotConnect);
     EXPECT_EQ(errorTextOf(response).find("sesame"), std::string::npos) << errorTextOf(response);
+}
+
+TEST_F(HTTPTransferTest, TellsNothingToAServerWhoseCertificateNobodySigned) {
+    const UntrustedTLSServer server;
+    auto request = requestTo(server.url(), "POST");
+    request.headers = {{"auth", "secret"}};
+    request.body = dataOf("body");
+    expectFailure(send(request), kUntrustedCertificate);
+    EXPECT_EQ(server.connectionCount(), 1);
+    EXPECT_EQ(server.received(), "");
 }
 
 TEST_F(HTTPTransferTest, RefusesToSpeakTLSWithWhatDoesNot) {
