@@ -2,17 +2,19 @@
 
 import os
 import random as chance
+from dataclasses import dataclass
 
 import numpy
 
-from . import backgrounds, files, labels, layouts, people, photograph, style
+from . import backgrounds, files, fonts, labels, layouts, people, photograph, style
+from .card import Person
 from .light import Glare, HardShadow, Light
-from .page import Page
 from .photograph import Shot
 
 GROUPS = ("flat", "tilted", "badly-lit", "turned")
 TWO_SIDED_SHARE = 0.15
 DARK_SHARE = 0.2
+TRIAL_SCALE = 10.0  # pixels per millimetre, enough to see whether a card is crowded
 
 
 def make(folder, count, seed, part="all"):
@@ -22,37 +24,65 @@ def make(folder, count, seed, part="all"):
     entries = []
     for number in range(count):
         entries += _card(folder, number, chance.Random("%s/%s/%d" % (seed, part, number)), part)
-        labels.write(os.path.join(folder, "labels.jsonl"), entries)
+    labels.write(os.path.join(folder, "labels.jsonl"), entries)
     return entries
+
+
+@dataclass(frozen=True)
+class _Side:
+    """One side of a card, ready to be printed."""
+
+    suffix: str
+    person: Person
+    layout: str
+    look: style.Style
+    mark: int
+
+    def printed(self, scale):
+        return layouts.printed(self.layout, self.person, self.look, scale, self.mark)
 
 
 def _card(folder, number, rng, part):
     group = GROUPS[number % len(GROUPS)]
-    person, look = people.invent(rng), style.invent(rng, style.families(part), rng.random() < DARK_SHARE)
-    if rng.random() < TWO_SIDED_SHARE:
-        front = person.without("email", "url", "address", "phones", "twitter", "skype")
-        sides = [("-front", front, "title_side"), ("-back", person, "contact_side")]
-    else:
-        sides = [("", person, rng.choice(layouts.names(part)))]
+    return [_picture(folder, "%s-%04d%s" % (group, number, side.suffix), group, rng, side)
+            for side in _sides(rng, part)]
+
+
+def _sides(rng, part):
+    """Sides by chance, again until everything finds room."""
+    two_sided, dark = rng.random() < TWO_SIDED_SHARE, rng.random() < DARK_SHARE
+    while True:
+        sides = _any_sides(rng, part, two_sided, dark)
+        if not any(side.printed(TRIAL_SCALE).crowded() for side in sides):
+            return sides
+
+
+def _any_sides(rng, part, two_sided, dark):
+    person, look = people.invent(rng), style.invent(rng, style.families(part), dark)
     mark = rng.randrange(100)
-    return [_picture(folder, "%s-%04d%s" % (group, number, suffix), group, rng, side, look, layout, mark)
-            for suffix, side, layout in sides]
+    if not two_sided:
+        return [_Side("", person, rng.choice(layouts.names(part)), look, mark)]
+    front = person.without("email", "url", "address", "phones", "twitter", "skype")
+    return [_Side("-front", front, "title_side", look, mark), _Side("-back", person, "contact_side", look, mark)]
 
 
-def _picture(folder, name, group, rng, person, look, layout, mark):
-    shot, turn, exif = _shot(group, rng)
+def _picture(folder, name, group, rng, side):
+    (shot, turn, exif), look = _shot(group, rng), side.look
     quad = photograph.corners(shot, look.width, look.height)
-    page = Page(look, photograph.print_scale(quad, look.width))
-    {**layouts.LAYOUTS, **layouts.SIDES}[layout](page, person, mark)
+    page = side.printed(photograph.print_scale(quad, look.width))
     picture = photograph.take(page, quad, shot, numpy.random.default_rng(rng.getrandbits(63)))
-    image = name + ".jpg"
-    files.save_jpeg(files.turned(picture, turn), os.path.join(folder, image), rng.randint(72, 93),
+    files.save_jpeg(files.turned(picture, turn), os.path.join(folder, name + ".jpg"), rng.randint(72, 93),
                     exif_turn=turn if exif else None)
-    held_out = layout in layouts.HELD_OUT or bool({look.heading, look.body} & set(style.families("held-out")))
+    kind = group + ("-dark" if look.palette in style.DARK_PALETTES else "")
+    return labels.entry(name, name + ".jpg", kind, side.person.lang, page, 0 if exif else turn, **_origin(side, page))
+
+
+def _origin(side, page):
+    """What else is worth knowing about a picture when results are looked at."""
+    faces = [side.look.heading, side.look.body]
+    held_out = side.layout in layouts.HELD_OUT or any(face in fonts.HELD_OUT for face in faces)
     more = {"code": page.code} if page.code else {}
-    return labels.entry(name, image, group + ("-dark" if look.palette in style.DARK_PALETTES else ""), person.lang, page,
-                        0 if exif else turn, layout=layout, fonts=[look.heading, look.body], held_out=held_out,
-                        printed=page.printed, **more)
+    return {"layout": side.layout, "fonts": faces, "held_out": held_out, "printed": page.printed, **more}
 
 
 def _shot(group, rng):

@@ -23,8 +23,8 @@ FAMILIES = {
                "Roboto-Bold.ttf", "Roboto-Italic.ttf"),
     "Carlito": ("fonts-crosextra-carlito", "truetype/crosextra", "Carlito-Regular.ttf", "Carlito-Bold.ttf",
                 "Carlito-Italic.ttf"),
-    "EB Garamond": ("fonts-ebgaramond", "opentype/ebgaramond", "EBGaramond12-Regular.otf", "EBGaramond12-Bold.otf",
-                    "EBGaramond12-Italic.otf"),
+    "EB Garamond": ("fonts-ebgaramond", "opentype/ebgaramond", "EBGaramond12-Regular.otf",
+                    "EBGaramond12-Regular.otf", "EBGaramond12-Italic.otf"),  # its bold lacks accented letters
     "Libertine": ("fonts-linuxlibertine", "opentype/linux-libertine", "LinLibertine_R.otf", "LinLibertine_RB.otf",
                   "LinLibertine_RI.otf"),
     "Biolinum": ("fonts-linuxlibertine", "opentype/linux-libertine", "LinBiolinum_R.otf", "LinBiolinum_RB.otf",

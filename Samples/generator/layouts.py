@@ -1,7 +1,8 @@
-"""How a person is laid out on a side of a card. Each layout is `layout(page, person, mark)`; `mark` chooses the logo."""
+"""How a person is laid out on a side of a card. Each layout is `layout(page, person, mark)`; `mark` picks the logo."""
 
 from . import contact, marks, qrcode
 from .card import mecard
+from .page import Page
 
 MARGIN = 6.0
 CONTACT_LEADING = 1.34  # line to line, in em
@@ -14,6 +15,14 @@ def _company(page, person, x, y, size, align="left", colour=None, room=None):
     page.note("company", text)
     return page.text(x, y, text, size, page.style.heading, "bold", colour or page.style.palette.accent, align,
                      0.06 if page.style.upper_company else 0.0, room)
+
+
+def _tagline(page, person, x, y, align="left", room=None):
+    """A line that is no field."""
+    if not person.tagline:
+        return y
+    return page.text(x, y, person.tagline, page.style.body_size * 0.9, None, "italic", page.style.palette.muted, align,
+                     room=room)
 
 
 def _name(page, person, x, y, align="left", colour=None, room=None):
@@ -92,9 +101,9 @@ def classic(page, person, mark):
     _company(page, person, MARGIN + 9, 6, 4.0, room=width - 2 * MARGIN - 9)
     _head(page, person, MARGIN, 14.5, room=width - 2 * MARGIN)
     entries = contact.lines(person, page.style)
-    _contacts(page, entries, MARGIN, height - 4.5 - _height(page, person, entries, False), room=width * 0.50)
-    _address(page, person, width - MARGIN, height - 4.5 - len(person.address) * page.style.body_size * ADDRESS_LEADING, "right",
-             width * 0.36)
+    _contacts(page, entries, MARGIN, height - 4.5 - _height(page, person, entries, False), room=width * 0.49)
+    y = height - 4.5 - len(person.address) * page.style.body_size * ADDRESS_LEADING
+    _address(page, person, width - MARGIN, y, "right", width * 0.34)
 
 
 def centred(page, person, mark):
@@ -114,7 +123,8 @@ def split(page, person, mark):
     style = page.style
     rule = style.width * 0.47
     marks.logo(page, mark, MARGIN, 7, 10, style.palette.accent, style.palette.muted)
-    _company(page, person, MARGIN, 19.5, 3.6, room=rule - MARGIN - 3)
+    y = _company(page, person, MARGIN, 19.5, 3.6, room=rule - MARGIN - 3)
+    _tagline(page, person, MARGIN, y, room=rule - MARGIN - 3)
     _head(page, person, MARGIN, style.height - 18, room=rule - MARGIN - 3)
     page.line([(rule, 7), (rule, style.height - 7)], 0.25, style.palette.accent)
     y = (style.height - _height(page, person)) / 2
@@ -143,7 +153,8 @@ def panel(page, person, mark):
     page.box(0, 0, edge, style.height, palette.panel)
     marks.logo(page, mark, 5, 6, 9, palette.on_panel, palette.accent)
     _head(page, person, 5, style.height * 0.52, colour=palette.on_panel, room=edge - 9)
-    _company(page, person, edge + 5, 6.5, 3.7, room=style.width - edge - 10)
+    y = _company(page, person, edge + 5, 6.5, 3.7, room=style.width - edge - 10)
+    _tagline(page, person, edge + 5, y, room=style.width - edge - 10)
     y = style.height - 5 - _height(page, person)
     y = _contacts(page, contact.lines(person, style), edge + 5, y, room=style.width - edge - 9) + 1.2
     _address(page, person, edge + 5, y, room=style.width - edge - 9)
@@ -223,7 +234,8 @@ def title_side(page, person, mark):
     """The front of a two-sided card: logo, company, name and title, no contact lines."""
     style, middle = page.style, page.style.width / 2
     marks.logo(page, mark, middle - 5, 6, 10, style.palette.accent, style.palette.muted)
-    _company(page, person, middle, 18, 4.0, "centre", room=style.width - 2 * MARGIN)
+    y = _company(page, person, middle, 18, 4.0, "centre", room=style.width - 2 * MARGIN)
+    _tagline(page, person, middle, y, "centre", style.width - 2 * MARGIN)
     _head(page, person, middle, style.height - 21, "centre", room=style.width - 2 * MARGIN)
 
 
@@ -249,3 +261,10 @@ def names(kind):
     if kind == "tuning":
         return [name for name in LAYOUTS if name not in HELD_OUT]
     return list(HELD_OUT) if kind == "held-out" else list(LAYOUTS)
+
+
+def printed(layout, person, look, scale, mark):
+    """A page of the given style with the person on it."""
+    page = Page(look, scale)
+    {**LAYOUTS, **SIDES}[layout](page, person, mark)
+    return page

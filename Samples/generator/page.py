@@ -4,6 +4,9 @@ from PIL import Image, ImageDraw
 
 from . import fonts
 
+SMALLEST = 2.0  # millimetres per em, between 5 and 6 points
+GAP = 1.0  # millimetres
+
 
 class Page:
     """One side of a card. Lengths are millimetres from the upper left corner; `scale` is pixels per millimetre."""
@@ -14,6 +17,8 @@ class Page:
         self.fields = []
         self.printed = []
         self.code = None
+        self.boxes = []
+        self.smallest = style.name_size
         self.image = Image.new("RGB", (round(style.width * scale), round(style.height * scale)), style.palette.paper)
         self.draw = ImageDraw.Draw(self.image)
 
@@ -28,16 +33,30 @@ class Page:
 
     def text(self, x, y, text, size, family=None, weight="regular", colour=None, align="left", tracking=0.0,
              room=None):
-        """Prints a line whose upper edge is at y and returns the y after it. A line wider than `room` is set smaller."""
+        """Prints a line with its upper edge at y and returns the y after it. A line wider than `room` is set smaller."""
         family = family or self.style.body
         width = self.text_width(text, size, family, weight, tracking)
         if room and width > room:
             size, width = size * room / width, room
         left = {"left": x, "centre": x - width / 2, "right": x - width}[align]
+        self.boxes.append((left, y + size * 0.2, left + width, y + size * 1.15))
+        self.smallest = min(self.smallest, size)
         self._letters(left, y, text, size, fonts.face(family, weight, round(size * self.scale)),
                       colour or self.style.palette.ink, tracking)
         self.printed.append(text)
         return y + size * 1.22
+
+    def crowded(self):
+        """Whether lines touch each other, the edge or a code, or are set smaller than cards are."""
+        if self.smallest < SMALLEST:
+            return True
+        for index, (left, top, right, bottom) in enumerate(self.boxes):
+            if left < GAP or top < GAP or right > self.style.width - GAP or bottom > self.style.height - GAP:
+                return True
+            if any(left < r + GAP and l < right + GAP and top < b and t < bottom
+                   for l, t, r, b in self.boxes[:index]):
+                return True
+        return False
 
     def _letters(self, x, y, text, size, face, colour, tracking):
         baseline = round((y + size * 0.92) * self.scale)
@@ -68,7 +87,9 @@ class Page:
     def modules(self, x, y, side, rows, colour, paper):
         """A QR code of the given side on its quiet zone, which lies around it."""
         module = side / len(rows)
-        self.box(x - 4 * module, y - 4 * module, x + side + 4 * module, y + side + 4 * module, paper)
+        quiet = (x - 4 * module, y - 4 * module, x + side + 4 * module, y + side + 4 * module)
+        self.boxes.append(quiet)
+        self.box(*quiet, paper)
         for row, bits in enumerate(rows):
             for column, bit in enumerate(bits):
                 if bit:

@@ -15,7 +15,7 @@ BAND = 256  # rows that are developed at a time: a 12-megapixel picture never st
 @dataclass(frozen=True)
 class Shot:
     """One photograph. Angles in degrees (`roll` turns clockwise), `fill` is the card's share of the picture's width or
-    height, `blur` and `motion` are pixels at 1000 pixels of width, `grain` is the deviation at middle grey (0 to 255)."""
+    height, `blur` and `motion` are pixels at 1000 pixels of width, `grain` is the noise's deviation (0 to 255)."""
 
     width: int = 2000
     height: int = 1500

@@ -10,7 +10,6 @@ import numpy
 from . import files, labels, layouts, photograph
 from .card import Person
 from .light import Glare, HardShadow, Light
-from .page import Page
 from .photograph import Shot
 from .style import DARK_PALETTES, LIGHT_PALETTES, Style
 
@@ -51,7 +50,7 @@ NOOR = Person("en", "Noor Castellane", "Creative Director", "Blue Heron Studio",
               address=["12 Cooper's Lane", "Manchester M4 5ZZ"],
               phones=[("phone", "0161 496 0725"), ("mobile", "07700 900135")])
 JUERGEN = Person("de", "Jürgen Größmann", "Geschäftsführer", "Möbelhaus Lüders & Söhne GmbH",
-                 email="j.groessmann@moebelhaus-lueders.example", url="www.moebelhaus-lueders.example",
+                 email="j.groessmann@lueders.example", url="www.lueders.example",
                  address=["Mühlengasse 17", "50667 Köln"],
                  phones=[("phone", "0221 4710238"), ("fax", "0221 4710239"), ("mobile", "0171 3920046")])
 MAEVE = Person("en", "Maeve O'Dellary", "Senior Consultant", "Saltmarsh Energy Ltd",
@@ -128,8 +127,7 @@ def make(folder, only=()):
 def _make(sample, folder):
     shot, style = sample.shot, sample.style
     quad = photograph.corners(shot, style.width, style.height)
-    page = Page(style, photograph.print_scale(quad, style.width))
-    {**layouts.LAYOUTS, **layouts.SIDES}[sample.layout](page, sample.person, sample.mark)
+    page = layouts.printed(sample.layout, sample.person, style, photograph.print_scale(quad, style.width), sample.mark)
     random = numpy.random.default_rng(sample.seed or zlib.crc32(sample.image.encode()))
     picture = files.turned(photograph.take(page, quad, shot, random), sample.turn)
     _save(picture, sample, os.path.join(folder, sample.image))
