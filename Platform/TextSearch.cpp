@@ -4,9 +4,20 @@
 
 #include <unicode/uchar.h>
 
+#include <array>
+
 namespace qv::Text {
 
 namespace {
+
+// The ASCII characters of the categories P*; the others that are no letters are symbols.
+constexpr auto kASCIIPunctuation = [] {
+    std::array<bool, 0x80> table{};
+    for (const char character : std::string_view("!\"#%&'()*,-./:;?@[\\]_{}")) {
+        table[static_cast<unsigned char>(character)] = true;
+    }
+    return table;
+}();
 
 bool hasCategory(char16_t unit, uint32_t categories) {
     return (U_GET_GC_MASK(static_cast<UChar32>(unit)) & categories) != 0;
@@ -21,6 +32,7 @@ void checkRange(std::u16string_view text, std::size_t start, std::size_t length)
 }  // namespace
 
 bool isPunctuation(char16_t unit) {
+    if (isASCII(unit)) return kASCIIPunctuation[unit];
     return hasCategory(unit, U_GC_P_MASK);
 }
 
@@ -34,6 +46,7 @@ bool isNewline(char16_t unit) {
 }
 
 bool isUppercaseLetter(char16_t unit) {
+    if (isASCII(unit)) return isASCIIUpper(unit);
     return hasCategory(unit, U_GC_LU_MASK | U_GC_LT_MASK);
 }
 

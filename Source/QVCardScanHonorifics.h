@@ -3,7 +3,7 @@
 #include <array>
 #include <string_view>
 
-/// A title or degree as it is left when its dots are gone, and as it is printed.
+/// A title or degree as it is left when its dots are gone, and as it is printed. Both are ASCII.
 struct QVCardScanHonorific {
     std::u16string_view key;
     std::u16string_view value;

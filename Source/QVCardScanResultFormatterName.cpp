@@ -1,5 +1,5 @@
 #include "QVCardScan/QVCardScanResultFormatter.h"
-#include "QVCardScanHonorifics.h"
+#include "QVCardScanHonorificRepair.h"
 #include "QVPlatform/Text.h"
 
 #include <algorithm>
@@ -33,53 +33,9 @@ std::u16string sanitized(std::u16string text) {
     return text;
 }
 
-// A name in which the dots of one honorific after the other are restored. It is kept folded beside, so that the
-// searches compare units only.
-class HonorificRepair {
-  public:
-    explicit HonorificRepair(std::u16string text) : mText(std::move(text)), mFolded(qv::Text::folded(mText)) {}
-
-    void restore(const QVCardScanHonorific& honorific);
-    std::u16string takeText() { return std::move(mText); }
-
-  private:
-    bool isBounded(std::size_t position, std::size_t length) const {
-        const std::size_t end = position + length;
-        return (position == 0 || mText[position - 1] == kSpace) && (end == mText.size() || mText[end] == kSpace);
-    }
-
-    std::u16string mText;
-    std::u16string mFolded;
-};
-
-// The search after a replacement begins at the running total of the lengths put in (`shift`), not behind the text just
-// put in. That text begins at or behind the place where the previous search began, so of everything before its end only
-// it can match; where it does, its dot breaks the right bound and ends the key. The result is built beside the source,
-// which keeps a name of a thousand 'PhD' linear.
-void HonorificRepair::restore(const QVCardScanHonorific& honorific) {
-    const std::u16string key = qv::Text::folded(honorific.key);
-    const bool valueHoldsKey = qv::Text::folded(honorific.value).find(key) != std::u16string::npos;
-    std::u16string result;
-    std::size_t read = 0;
-    std::size_t shift = 0;
-    for (std::size_t match = 0; (match = mFolded.find(key, read)) != std::u16string::npos;) {
-        if (!isBounded(match, key.size())) break;
-        result.append(mText, read, match - read);
-        const std::size_t replaced = result.size();
-        result.append(honorific.value);
-        read = match + key.size();
-        shift += honorific.value.size();
-        if (valueHoldsKey && shift <= replaced) break;
-    }
-    if (read == 0) return;
-    mText = result.append(mText, read);
-    mFolded = qv::Text::folded(mText);
-}
-
 std::u16string withHonorificDots(std::u16string text) {
-    HonorificRepair repair(std::move(text));
-    for (const QVCardScanHonorific& honorific : QVCardScanHonorifics)
-        repair.restore(honorific);
+    QVCardScanHonorificRepair repair(std::move(text));
+    repair.restoreAll();
     return repair.takeText();
 }
 
