@@ -33,7 +33,7 @@ class Page:
 
     def text(self, x, y, text, size, family=None, weight="regular", colour=None, align="left", tracking=0.0,
              room=None):
-        """Prints a line with its upper edge at y and returns the y after it. A line wider than `room` is set smaller."""
+        """Prints a line with its upper edge at y and returns the y after it. A line wider than `room` shrinks."""
         family = family or self.style.body
         width = self.text_width(text, size, family, weight, tracking)
         if room and width > room:
