@@ -1,0 +1,41 @@
+#include "Command/ParseCommand.h"
+
+#include "Output/CardFacts.h"
+#include "Output/CardJSON.h"
+#include "Output/FieldTable.h"
+#include "Scan/RecognisedCard.h"
+#include "Support/FileReading.h"
+#include "Support/Messages.h"
+#include "Support/StandardStreams.h"
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+namespace qvhost {
+namespace {
+
+std::string readable(const std::shared_ptr<QVBusinessCard>& card) {
+    if (!card) return "The answer holds no card.\n";
+    return fieldTable(card) + "\n" + cardFacts(*card);
+}
+
+}  // namespace
+
+CLI::App* ParseCommand::describe(CLI::App& program) {
+    CLI::App* command = program.add_subcommand("parse", "Show what is in a recognition server's answer");
+    command->add_option("RESULT.xml", mFile, "File with the answer; - for standard input")->required()->type_name("");
+    command->add_flag("--json", mJSON, "Print the card as JSON; null for no card");
+    return command;
+}
+
+ExitStatus ParseCommand::run() {
+    const Result<std::string> text = readResultText(mFile);
+    if (!text) {
+        Messages::say(text.failure().message);
+        return text.failure().status;
+    }
+    const auto card = RecognisedCard::fromResult(*text);
+    return StandardStreams::writeResult(mJSON ? JSON::text(cardJSON(card)) : readable(card));
+}
+
+}  // namespace qvhost

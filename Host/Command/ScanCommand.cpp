@@ -1,0 +1,132 @@
+#include "Command/ScanCommand.h"
+
+#include "Output/ErrorText.h"
+#include "Output/FieldTable.h"
+#include "Output/ScanJSON.h"
+#include "Recognition/AuthToken.h"
+#include "Recognition/EmbeddedServer.h"
+#include "Recognition/RemoteServer.h"
+#include "Support/HostLog.h"
+#include "Support/Messages.h"
+#include "Support/Progress.h"
+#include "Support/StandardStreams.h"
+#include "Support/TerminalText.h"
+
+#include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+
+namespace qvhost {
+namespace {
+
+ExitStatus fail(const Failure& failure) {
+    Messages::say(failure.message);
+    return failure.status;
+}
+
+std::string objectionToLanguage(const std::string& language) {
+    constexpr const char* kAllowed = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-";
+    const bool isTag = !language.empty() && language.size() <= 35 && language.front() != '-' &&
+                       language.find_first_not_of(kAllowed) == std::string::npos;
+    return isTag ? "" : "a tag of letters, digits and hyphens is needed here, such as de or zh-Hant.";
+}
+
+std::string objectionToEmpty(const std::string& text) {
+    return text.empty() ? "a name is needed here, not an empty text." : "";
+}
+
+void sayErrors(const ScanOutcome& outcome, const std::string& serverName) {
+    for (const qv::Error& error : outcome.errors())
+        Messages::say(ErrorText::message(error, serverName));
+}
+
+}  // namespace
+
+CLI::App* ScanCommand::describe(CLI::App& program) {
+    CLI::App* command = program.add_subcommand("scan", "Read a card from photographs of its sides");
+    command->add_option("FRONT", mFront, "Photograph of the front (JPEG, PNG, TIFF, WebP)")->required()->type_name("");
+    command->add_option("BACK", mBack, "Photograph of the back; read when the front alone is not enough")
+        ->type_name("");
+    command->add_option("-o,--output", mFolder, "Folder for the note, the fields and the pictures")
+        ->type_name("DIR")
+        ->check(objectionToEmpty);
+    command->add_flag("--json", mJSON, "Print one JSON object instead of the table");
+    command->add_flag("--skip-note", mSkipNote, "Only read the card: no contact, no note");
+    command->add_option("--language", mLanguage, "Language of the card, such as en or de (default: en)")
+        ->type_name("L")
+        ->check(objectionToLanguage);
+    auto* server =
+        command->add_option("--server", mServerURL, "Use this recognition server instead of the embedded one");
+    server->type_name("URL")->check(RemoteServer::objectionTo);
+    command
+        ->add_option("--token-file", mTokenFile,
+                     std::string("File with the server's token (or set ") + AuthToken::kVariable + ")")
+        ->type_name("F")
+        ->needs(server)
+        ->check(objectionToEmpty);
+    command->add_option("--recognizer", mRecognizer, "Program to run as the embedded server")->group("");
+    return command;
+}
+
+ExitStatus ScanCommand::run() {
+    const Result<std::unique_ptr<RecognitionServer>> chosen = server();
+    if (!chosen) return fail(chosen.failure());
+    const Result<std::vector<CardPicture>> pictures = CardPicture::readAll(files());
+    if (!pictures) return fail(pictures.failure());
+    if (mFolder) {
+        if (const auto failure = ResultFolder(*mFolder).make()) return fail(*failure);
+    }
+    RecognitionServer& server = **chosen;
+    const Result<ScanOutcome> outcome = scan(server, *pictures);
+    if (!outcome) return fail(outcome.failure());
+    return report(*outcome, *pictures, server.name());
+}
+
+std::vector<std::string> ScanCommand::files() const {
+    std::vector<std::string> files{mFront};
+    if (mBack) files.push_back(*mBack);
+    return files;
+}
+
+Result<std::unique_ptr<RecognitionServer>> ScanCommand::server() const {
+    if (!mServerURL) {
+        EmbeddedServer::Options options;
+        if (mRecognizer) options.program = *mRecognizer;
+        options.isVerbose = HostLog::isWanted();
+        return std::unique_ptr<RecognitionServer>(std::make_unique<EmbeddedServer>(std::move(options)));
+    }
+    Result<std::string> token = AuthToken::read(mTokenFile);
+    if (!token) return token.failure();
+    return std::unique_ptr<RecognitionServer>(std::make_unique<RemoteServer>(ServerAccess{*mServerURL, *token}));
+}
+
+Result<ScanOutcome> ScanCommand::scan(RecognitionServer& server, std::vector<CardPicture> pictures) const {
+    const Progress progress("Reading the card with " + server.name() + " …");
+    return CardScan(server).run({std::move(pictures), mLanguage, mSkipNote});
+}
+
+ExitStatus ScanCommand::report(const ScanOutcome& outcome, const std::vector<CardPicture>& pictures,
+                               const std::string& serverName) const {
+    sayErrors(outcome, serverName);
+    const ExitStatus folder = mFolder ? writeFolder(outcome, pictures) : ExitStatus::Done;
+    const ExitStatus output = StandardStreams::writeResult(resultText(outcome, mFolder && folder == ExitStatus::Done));
+    if (folder != ExitStatus::Done) return folder;
+    if (output != ExitStatus::Done) return output;
+    return outcome.errors().empty() && outcome.hasFields() ? ExitStatus::Done : ExitStatus::Incomplete;
+}
+
+ExitStatus ScanCommand::writeFolder(const ScanOutcome& outcome, const std::vector<CardPicture>& pictures) const {
+    const auto failure = ResultFolder(*mFolder).write(outcome, Resources(pictures, *outcome.response));
+    return failure ? fail(*failure) : ExitStatus::Done;
+}
+
+std::string ScanCommand::resultText(const ScanOutcome& outcome, bool folderWritten) const {
+    if (mJSON) return JSON::text(scanJSON(outcome));
+    std::string text = fieldTable(outcome.card);
+    if (!folderWritten) return text;
+    const bool hasNote = outcome.response->qvmlContent().has_value();
+    const std::filesystem::path written =
+        hasNote ? std::filesystem::path(*mFolder) / "note.html" : std::filesystem::path(*mFolder);
+    return text + (hasNote ? "\nNote: " : "\nWritten to: ") + TerminalText::printable(written.string()) + "\n";
+}
+
+}  // namespace qvhost

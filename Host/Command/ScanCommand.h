@@ -1,0 +1,41 @@
+#pragma once
+
+#include "Command/Command.h"
+#include "Output/ResultFolder.h"
+#include "Recognition/RecognitionServer.h"
+#include "Scan/CardScan.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace qvhost {
+
+/// `scan FRONT [BACK]`: from photographs to the fields of a card and its contact note.
+class ScanCommand : public Command {
+  public:
+    CLI::App* describe(CLI::App& program) override;
+    ExitStatus run() override;
+
+  private:
+    std::vector<std::string> files() const;
+    Result<std::unique_ptr<RecognitionServer>> server() const;
+    Result<ScanOutcome> scan(RecognitionServer& server, std::vector<CardPicture> pictures) const;
+    ExitStatus report(const ScanOutcome& outcome, const std::vector<CardPicture>& pictures,
+                      const std::string& serverName) const;
+    ExitStatus writeFolder(const ScanOutcome& outcome, const std::vector<CardPicture>& pictures) const;
+    std::string resultText(const ScanOutcome& outcome, bool folderWritten) const;
+
+    std::string mFront;
+    std::optional<std::string> mBack;
+    std::optional<std::string> mFolder;
+    std::optional<std::string> mServerURL;
+    std::optional<std::string> mTokenFile;
+    std::optional<std::string> mLanguage;
+    std::optional<std::string> mRecognizer;
+    bool mSkipNote = false;
+    bool mJSON = false;
+};
+
+}  // namespace qvhost

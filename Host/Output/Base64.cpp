@@ -1,0 +1,23 @@
+#include "Output/Base64.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace qvhost {
+
+std::string base64(const qv::Data& bytes) {
+    constexpr std::string_view kDigits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string text;
+    text.reserve((bytes.size() + 2) / 3 * 4);
+    for (std::size_t i = 0; i < bytes.size(); i += 3) {
+        const std::size_t count = std::min<std::size_t>(3, bytes.size() - i);
+        unsigned group = 0;
+        for (std::size_t k = 0; k < 3; ++k)
+            group = group << 8 | (k < count ? bytes[i + k] : 0U);
+        for (std::size_t k = 0; k < 4; ++k)
+            text += k <= count ? kDigits[group >> (18 - 6 * k) & 0x3F] : '=';
+    }
+    return text;
+}
+
+}  // namespace qvhost

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "QVPlatform/Data.h"
+
+#include <string_view>
+
+namespace qvhost {
+
+/// What kind of picture file some bytes are, by how they begin.
+struct FileKind {
+    std::string_view extension;
+    std::string_view mimeType;
+    /// Whether every browser shows it.
+    bool isForBrowsers = false;
+
+    static FileKind of(const qv::Data& bytes);
+};
+
+}  // namespace qvhost

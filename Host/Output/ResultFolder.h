@@ -1,0 +1,33 @@
+#pragma once
+
+#include "Output/Resources.h"
+#include "Scan/CardScan.h"
+#include "Support/Result.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace qvhost {
+
+/// The folder that `-o` names. It holds one card: what an earlier one left under the same names is replaced or removed.
+class ResultFolder {
+  public:
+    explicit ResultFolder(std::filesystem::path folder) : mFolder(std::move(folder)) {}
+
+    /// Makes the folder. To be called before anything is sent, so that no answer is lost.
+    [[nodiscard]] std::optional<Failure> make() const;
+
+    /// Writes all files; nothing, or what could not be written.
+    [[nodiscard]] std::optional<Failure> write(const ScanOutcome& outcome, const Resources& resources) const;
+
+    const std::filesystem::path& path() const { return mFolder; }
+
+  private:
+    [[nodiscard]] std::optional<Failure> writeOrRemove(const std::string& name, const QVString& text) const;
+    [[nodiscard]] std::optional<Failure> writeResources(const std::string& note, const Resources& resources) const;
+
+    std::filesystem::path mFolder;
+};
+
+}  // namespace qvhost

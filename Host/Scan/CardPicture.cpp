@@ -1,0 +1,41 @@
+#include "Scan/CardPicture.h"
+
+#include "QVPlatform/MD5.h"
+#include "Support/FileReading.h"
+
+namespace qvhost {
+namespace {
+
+constexpr std::size_t kMaximumPictureSize = 256U * 1024 * 1024;
+
+/// A sound header may be followed by pixels that are not; only drawing finds out. Drawn small, it costs little.
+bool canBeDrawn(const std::shared_ptr<qv::Image>& image) {
+    if (!image->isValid()) return false;
+    const auto thumbnail = qv::Image::initWithSize({32, 32}, image);
+    return thumbnail->representationUsingType(qv::ImageFileType::JPEG, 0.5).has_value();
+}
+
+}  // namespace
+
+Result<CardPicture> CardPicture::read(const std::string& file) {
+    Result<qv::Data> data = readFile(file, kMaximumPictureSize);
+    if (!data) return data.failure();
+    CardPicture picture;
+    picture.hash = qv::lowerHexMD5(*data);
+    picture.image = qv::Image::initWithData(std::move(*data));
+    if (canBeDrawn(picture.image)) return picture;
+    return Failure{ExitStatus::WrongCall,
+                   "\"" + file + "\" is not an image that can be read. Give a JPEG, PNG, TIFF or WebP photograph."};
+}
+
+Result<std::vector<CardPicture>> CardPicture::readAll(const std::vector<std::string>& files) {
+    std::vector<CardPicture> pictures;
+    for (const std::string& file : files) {
+        Result<CardPicture> picture = read(file);
+        if (!picture) return picture.failure();
+        pictures.push_back(std::move(*picture));
+    }
+    return pictures;
+}
+
+}  // namespace qvhost
