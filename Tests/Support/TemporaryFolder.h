@@ -25,6 +25,7 @@ class TemporaryFolder {
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
     const std::filesystem::path& path() const { return mPath; }
+    std::filesystem::path operator/(std::string_view name) const { return mPath / name; }
 
     /// Writes a file, and the folders above it where they are missing.
     std::filesystem::path write(const std::filesystem::path& name, std::string_view content) const {
