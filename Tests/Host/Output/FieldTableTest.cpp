@@ -1,0 +1,65 @@
+#include "Output/FieldTable.h"
+#include "QVCardScan/QVBusinessCardField.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using qvhost::fieldTable;
+using testing::HasSubstr;
+
+std::shared_ptr<QVBusinessCardField> field(std::int32_t type, QVString name, QVString text, std::int64_t weight) {
+    return QVBusinessCardField::initWithType(type, 0, std::move(name), std::move(text), {}, weight, 0);
+}
+
+std::shared_ptr<QVBusinessCard> cardWith(std::vector<std::shared_ptr<QVBusinessCardField>> fields) {
+    return QVBusinessCard::initWithLanguage(
+        std::nullopt, std::make_shared<std::vector<std::shared_ptr<QVBusinessCardField>>>(std::move(fields)), nullptr,
+        nullptr);
+}
+
+TEST(FieldTable, NamesEveryKindOfField) {
+    const char* names[] = {"Name", "Email",   "Phone", "Title",  "Company", "Department",
+                           "URL",  "Address", "Fax",   "Mobile", "Twitter", "Skype"};
+    for (std::int32_t type = 1; type <= 12; ++type)
+        EXPECT_THAT(fieldTable(cardWith({field(type, "x", "y", 1)})), HasSubstr(std::string("\n") + names[type - 1]));
+}
+
+TEST(FieldTable, ShowsOtherFieldsByTheirOwnName) {
+    EXPECT_THAT(fieldTable(cardWith({field(0, "logo", "y", 1)})), HasSubstr("\n(logo)"));
+    EXPECT_THAT(fieldTable(cardWith({field(0, std::nullopt, "y", 1)})), HasSubstr("\n(other)"));
+    EXPECT_THAT(fieldTable(cardWith({field(0, std::string(1000, 'x'), "y", 1)})), HasSubstr("\n(other)"));
+    EXPECT_THAT(fieldTable(cardWith({field(-5, "a\x1b", "y", 1)})), HasSubstr("\n(a\\x1b)"));
+    EXPECT_THAT(fieldTable(cardWith({field(99, "z", "y", 1)})), HasSubstr("\n(z)"));
+}
+
+TEST(FieldTable, KeepsItsColumnsWithWideAndLongText) {
+    const auto card =
+        cardWith({field(1, "name", "山田 太郎", 95), field(8, "address", "1 Main Street\n12345 Town\n", 7),
+                  field(5, "company", std::string(50, 'a') + " " + std::string(20, 'b'), 100)});
+    EXPECT_EQ(fieldTable(card),
+              "Field    Text                                                Confidence\n"
+              "Name     山田 太郎                                                   95\n"
+              "Address  1 Main Street                                                7\n"
+              "         12345 Town\n"
+              "Company  " +
+                  std::string(50, 'a') +
+                  "         100\n"
+                  "         " +
+                  std::string(20, 'b') + "\n");
+}
+
+TEST(FieldTable, AnAbsentTextIsAnEmptyCell) {
+    EXPECT_EQ(fieldTable(cardWith({field(1, "name", std::nullopt, -3)})),
+              "Field  Text  Confidence\n"
+              "Name                 -3\n");
+}
+
+TEST(FieldTable, SaysThatThereIsNothing) {
+    EXPECT_EQ(fieldTable(nullptr), "No fields were recognised.\n");
+    EXPECT_EQ(fieldTable(std::make_shared<QVBusinessCard>()), "No fields were recognised.\n");
+    EXPECT_EQ(fieldTable(cardWith({})), "No fields were recognised.\n");
+}
+
+}  // namespace
