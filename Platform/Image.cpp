@@ -8,6 +8,7 @@
 #include <cmath>
 #include <exception>
 #include <fstream>
+#include <new>
 #include <system_error>
 #include <utility>
 
@@ -98,9 +99,11 @@ static std::optional<Data> contentsOfFile(const std::filesystem::path& file) {
     return data;
 }
 
-std::shared_ptr<Image> Image::initWithContentsOfFile(const std::filesystem::path& file) {
+std::shared_ptr<Image> Image::initWithContentsOfFile(const std::filesystem::path& file) try {
     std::optional<Data> data = contentsOfFile(file);
     return data ? initWithData(std::move(*data)) : nullptr;
+} catch (const std::bad_alloc&) {
+    return nullptr;
 }
 
 std::shared_ptr<Image> Image::initWithSize(Size size, std::shared_ptr<const Image> drawing) {

@@ -135,18 +135,19 @@ std::unique_ptr<const ImageDecoder> JPEGDecoder::create(const Data& data) {
     return std::unique_ptr<const ImageDecoder>(new JPEGDecoder(data, *header));
 }
 
-std::optional<Picture> JPEGDecoder::decode(PixelSize target) const {
-    const PixelSize stored = mJPEG.size;
-    const Scale scale = smallestCoveringScale(stored, target);
-    if (!isWithin(scale.size.width, scale.size.height, kMaxBufferedPixels)) return std::nullopt;
+std::optional<Picture> JPEGDecoder::decodeAt(PixelSize size) const {
     const TurboJPEG codec(tjInitDecompress());
+    if (mJPEG.kind == JPEGHeader::Kind::CMYK) return decodeCMYK(data(), codec, size, mJPEG.isInverted);
     std::optional<PictureLayout> layout;
-    if (mJPEG.kind == JPEGHeader::Kind::Planar) layout = planarLayout(data(), codec, scale.size);
-    std::optional<Picture> picture = layout ? decodePlanes(data(), codec, *layout)
-                                     : mJPEG.kind == JPEGHeader::Kind::CMYK
-                                         ? decodeCMYK(data(), codec, scale.size, mJPEG.isInverted)
-                                         : decodeRGB(data(), codec, scale.size);
-    if (picture) picture->setContentSize(scale.content(stored.width), scale.content(stored.height));
+    if (mJPEG.kind == JPEGHeader::Kind::Planar) layout = planarLayout(data(), codec, size);
+    return layout ? decodePlanes(data(), codec, *layout) : decodeRGB(data(), codec, size);
+}
+
+std::optional<Picture> JPEGDecoder::decode(PixelSize target) const {
+    const Scale scale = smallestCoveringScale(mJPEG.size, target);
+    if (!isWithin(scale.size.width, scale.size.height, kMaxBufferedPixels)) return std::nullopt;
+    std::optional<Picture> picture = decodeAt(scale.size);
+    if (picture) picture->setContentSize(scale.content(mJPEG.size.width), scale.content(mJPEG.size.height));
     return picture;
 }
 

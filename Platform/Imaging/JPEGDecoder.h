@@ -14,6 +14,8 @@ class JPEGDecoder final : public ImageDecoder {
 
   private:
     JPEGDecoder(const Data& data, const JPEGHeader& header);
+    /// At the one of the library's scales that gives this size.
+    std::optional<Picture> decodeAt(PixelSize size) const;
     JPEGHeader mJPEG;
 };
 

@@ -23,7 +23,7 @@ std::shared_ptr<qv::Image> imageByScalingProportionallyToSize(const std::shared_
     return qv::Image::initWithSize(newSize, image);
 }
 
-// The picture passes through TIFF in other worlds; that step loses nothing, so it is left out.
+// A bitmap made by way of TIFF data has the same pixels, so the picture is encoded directly.
 std::optional<qv::Data> JPEGRepresentationUsingCompressionFactor(const std::shared_ptr<qv::Image>& image,
                                                                  double compressionFactor) {
     if (!image) return std::nullopt;
