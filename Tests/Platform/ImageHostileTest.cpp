@@ -193,6 +193,24 @@ TEST(HostileImage, CostsNoMemoryForPixelsThatAreNotThere) {
     EXPECT_LT(peakMemory() - before, kMargin);
 }
 
+/// A progressive JPEG whose last pass is there `count` times more.
+qv::Data jpegWithMorePasses(int count) {
+    const qv::Data data = makeJPEG(quarters(64, 64), {.isProgressive = true});
+    const qv::Data scanMarker{0xFF, 0xDA};
+    const auto last = std::find_end(data.begin(), data.end(), scanMarker.begin(), scanMarker.end());
+    qv::Data longer(data.begin(), data.end() - 2);
+    for (int pass = 0; pass < count; ++pass)
+        longer.insert(longer.end(), last, data.end() - 2);
+    longer.insert(longer.end(), data.end() - 2, data.end());
+    return longer;
+}
+
+// Each pass costs a few bytes and a walk over the whole picture.
+TEST(HostileImage, YieldsNothingWhenAJPEGHasEndlessPasses) {
+    EXPECT_TRUE(exercise(jpegWithMorePasses(100)));
+    EXPECT_FALSE(exercise(jpegWithMorePasses(600)));
+}
+
 TEST(HostileImage, YieldsNothingAtASizeThatDoesNotFit) {
     const auto image = Image::initWithData(jpegClaiming(15625, 16000, false));
     EXPECT_FALSE(image->TIFFRepresentation());

@@ -81,6 +81,12 @@ TEST(Image, OfAnEmptyFileIsNotValid) {
     expectNothing(Image::initWithContentsOfFile(file.path()));
 }
 
+TEST(Image, IsNullForAFileThatIsFarTooLarge) {
+    const TemporaryFile file(makePNG(quarters(8, 8)));
+    std::filesystem::resize_file(file.path(), (std::uintmax_t{1} << 30) + 1);
+    EXPECT_FALSE(Image::initWithContentsOfFile(file.path()));
+}
+
 TEST(Image, IsNullWhereThereIsNoFile) {
     EXPECT_FALSE(Image::initWithContentsOfFile("/nonexistent/card.jpg"));
     EXPECT_FALSE(Image::initWithContentsOfFile(""));
