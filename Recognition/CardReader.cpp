@@ -1,7 +1,9 @@
 #include "CardReader.h"
 
 #include "Fields/FieldDecision.h"
+#include "Picture/CardOutline.h"
 #include "Picture/Illumination.h"
+#include "Picture/Slant.h"
 #include "Result/ResultWriter.h"
 #include "Text/Layout.h"
 #include "Text/Reading.h"
@@ -10,7 +12,6 @@
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <utility>
 
@@ -19,6 +20,7 @@ namespace {
 
 constexpr int kReadingSide = 1600;  // the engine reads type of 20 to 40 pixels best: what a card of this size has
 constexpr std::size_t kMostEngines = 3;
+constexpr double kLevel = 1;  // degrees of slant that the engine copes with
 
 class StageClock {
   public:
@@ -35,24 +37,30 @@ class StageClock {
     std::chrono::steady_clock::time_point mStart;
 };
 
-std::string_view nameOf(FieldType type) {
-    static constexpr std::array<std::string_view, 12> names = {"name",    "email",      "phone",   "title",
-                                                               "company", "department", "url",     "address",
-                                                               "fax",     "mobile",     "twitter", "skype"};
-    return names[static_cast<std::size_t>(type)];
-}
-
 cv::Mat greyOf(const cv::Mat& colour) {
     cv::Mat grey;
     cv::cvtColor(colour, grey, cv::COLOR_BGR2GRAY);
     return grey;
 }
 
-cv::Mat enlarged(const cv::Mat& picture, double factor) {
-    cv::Mat result;
+Unwarped enlarged(const cv::Mat& picture) {
+    const double factor = static_cast<double>(kReadingSide) / std::max(picture.cols, picture.rows);
     const cv::Size size(std::max(1, cvRound(picture.cols * factor)), std::max(1, cvRound(picture.rows * factor)));
-    cv::resize(picture, result, size, 0, 0, factor < 1 ? cv::INTER_AREA : cv::INTER_CUBIC);
+    Unwarped result;
+    cv::resize(picture, result.picture, size, 0, 0, factor < 1 ? cv::INTER_AREA : cv::INTER_CUBIC);
+    result.toSource = PlaneMap::scaledBy(static_cast<double>(size.width) / picture.cols,
+                                         static_cast<double>(size.height) / picture.rows);
     return result;
+}
+
+/// The card alone where its outline is found, else the whole picture with its lines of text made level.
+Unwarped straightCard(const cv::Mat& colour) {
+    if (const auto outline = findOutline(colour)) return unwarp(colour, *outline, kReadingSide);
+    const Unwarped whole = enlarged(colour);
+    const double slant = textSlant(evenLight(greyOf(whole.picture)));
+    if (std::abs(slant) < kLevel) return whole;
+    const Unwarped level = straightened(whole.picture, slant);
+    return {level.picture, whole.toSource.after(level.toSource)};
 }
 
 /// The chance that a field is right: what kind it is must be right, and every letter of it.
@@ -116,11 +124,15 @@ Recognition CardReader::recognise(std::span<const std::uint8_t> jpeg, const std:
 std::vector<Field> CardReader::fieldsOf(const SentPicture& sent, Engine& engine, const ReadingLanguage& language,
                                         Deadline deadline, Recognition& report, int& orient) {
     StageClock clock(report);
-    cv::Mat grey = greyOf(sent.colour);
-    if (!hasDetail(grey)) return {};
-    const double factor = static_cast<double>(kReadingSide) / std::max(grey.cols, grey.rows);
-    const cv::Mat large = enlarged(grey, factor);
+    mDebug.nextCard();
+    mDebug.keep("sent", sent.colour);
+    if (!hasDetail(greyOf(sent.colour))) return {};
+    const Unwarped card = straightCard(sent.colour);
+    clock.done("card");
+    const cv::Mat large = greyOf(card.picture);
     const cv::Mat even = evenLight(large);
+    mDebug.keep("card", card.picture);
+    mDebug.keep("even", even);
     clock.done("light");
 
     Reading reading = readUpright(engine, even, deadline);
@@ -132,10 +144,15 @@ std::vector<Field> CardReader::fieldsOf(const SentPicture& sent, Engine& engine,
     reading.words = merged(std::move(reading.words), engine.read(turned(even, orient), PageMode::Page, deadline));
     clock.done("page");
 
-    auto fields = decideFields(arrange(std::move(reading.words)), language.code);
-    const PlaneMap toSent =
-        PlaneMap::scaledBy(static_cast<double>(large.cols) / sent.width, static_cast<double>(large.rows) / sent.height)
-            .after(PlaneMap::turnedBy(orient, large.cols, large.rows));
+    mDebug.keep("words", reading.words);
+    const auto lines = arrange(std::move(reading.words));
+    mDebug.keep("lines", lines);
+    auto fields = decideFields(lines, language.code);
+    mDebug.keep("fields", fields);
+    const PlaneMap toSent = PlaneMap::scaledBy(static_cast<double>(sent.colour.cols) / sent.width,
+                                               static_cast<double>(sent.colour.rows) / sent.height)
+                                .after(card.toSource)
+                                .after(PlaneMap::turnedBy(orient, large.cols, large.rows));
     for (auto& field : fields)
         field.box = toSent.map(field.box);
     clock.done("fields");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "DebugFolder.h"
 #include "Fields/Field.h"
 #include "Picture/JPEGDecoder.h"
 #include "Picture/PlaneMap.h"
@@ -24,6 +25,7 @@ class CardReader final : public Recogniser {
     struct Options {
         std::filesystem::path models;
         std::chrono::milliseconds timeLimit{15000};  ///< after it a card ends with what was found by then
+        std::filesystem::path debugFolder;           ///< empty: nothing of any card is kept
     };
 
     /// Null when the English model cannot be loaded.
@@ -37,13 +39,14 @@ class CardReader final : public Recogniser {
         std::unique_ptr<Engine> engine;
     };
 
-    explicit CardReader(Options options) : mOptions(std::move(options)) {}
+    explicit CardReader(Options options) : mOptions(std::move(options)), mDebug(mOptions.debugFolder) {}
 
     Engine* engineFor(const ReadingLanguage& language);
     std::vector<Field> fieldsOf(const SentPicture& sent, Engine& engine, const ReadingLanguage& language,
                                 Deadline deadline, Recognition& report, int& orient);
 
     Options mOptions;
+    DebugFolder mDebug;
     std::vector<LoadedEngine> mEngines;
 };
 

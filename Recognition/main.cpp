@@ -26,6 +26,7 @@ struct Arguments {
     ServerOptions server;
     std::string tokenFile;
     std::string models;
+    std::string debugFolder;
     bool isEmbedded = false;
     bool isQuiet = false;
     bool isVerbose = false;
@@ -51,6 +52,8 @@ void declare(CLI::App& app, Arguments& arguments) {
         ->check(CLI::Range(0, 1000));
     app.add_option("--tessdata", arguments.models,
                    "folder of the language models (default: where the system has them)");
+    app.add_option("--debug-dir", arguments.debugFolder,
+                   "keep the pictures and decisions of every stage there (off by default)");
     app.add_flag("--embedded", arguments.isEmbedded,
                  "serve a parent process: token from standard input, port to standard output");
     auto* quiet = app.add_flag("--quiet", arguments.isQuiet, "say nothing but errors");
@@ -142,9 +145,12 @@ int serve(Arguments& arguments) {
     const auto log = [isQuiet](std::string_view line) {
         if (!isQuiet) std::fprintf(stderr, "qvcardrecod: %.*s\n", static_cast<int>(line.size()), line.data());
     };
+    CardReader::Options reader;
+    reader.models = models;
+    reader.debugFolder = arguments.debugFolder;
     std::string error;
     const auto server = HTTPServer::listen(
-        arguments.server, [models] { return CardReader::open({models}); }, log, error);
+        arguments.server, [reader] { return CardReader::open(reader); }, log, error);
     if (!server)
         return fail("cannot listen on " + arguments.server.address + " port " + std::to_string(arguments.server.port) +
                     ": " + error);

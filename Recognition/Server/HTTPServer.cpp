@@ -115,7 +115,8 @@ class HTTPServer::Implementation {
 
     const ServerOptions mOptions;
     const Log mLog;
-    // In this order: sessions that the context still holds look at the state when they end, and workers post to the context.
+    // In this order: sessions that the context still holds look at the state when they end, and workers post to the
+    // context.
     ServerState mState;
     asio::io_context mContext{1};
     WorkerPool mPool;

@@ -11,6 +11,7 @@ namespace {
 
 constexpr float kSameRow = 0.5F;       // share of the smaller height that two words of a row have in common
 constexpr float kWideGap = 1.55F;      // in type sizes: further apart than this is another line
+constexpr float kWideSpace = 2.0F;     // in letters' widths, likewise
 constexpr float kSizeJump = 1.45F;     // from one word to the next, within a line
 constexpr float kColumnEdge = 0.9F;    // in type sizes
 constexpr float kLineDistance = 1.9F;  // in type sizes, from one line's bottom to the next line's top
@@ -87,12 +88,27 @@ Row closedUp(const Row& row) {
     return closed;
 }
 
+/// Old-style figures, marks and lone letters say little about the size of the type around them.
+bool showsSize(const Word& word) {
+    const auto points = codePoints(word.text);
+    const auto letters = std::count_if(points.begin(), points.end(), isLetter);
+    return letters >= 2 && letters + 1 >= static_cast<std::ptrdiff_t>(points.size());
+}
+
+/// Letter-spaced type has wide spaces, too.
+float advance(const Word& word) {
+    const int letters = length(word.text);
+    return letters >= 3 ? word.box.w / static_cast<float>(letters) : 0;
+}
+
 bool parts(const Word& left, const Word& right) {
     const float sizeLeft = typeSize(left);
     const float sizeRight = typeSize(right);
-    if (gap(left, right) > kWideGap * std::max(sizeLeft, sizeRight)) return true;
-    const bool comparable = length(left.text) >= 2 && length(right.text) >= 2;
-    return comparable && std::max(sizeLeft, sizeRight) > kSizeJump * std::min(sizeLeft, sizeRight);
+    const float wide =
+        std::max(kWideGap * std::max(sizeLeft, sizeRight), kWideSpace * std::min(advance(left), advance(right)));
+    if (gap(left, right) > wide) return true;
+    return showsSize(left) && showsSize(right) &&
+           std::max(sizeLeft, sizeRight) > kSizeJump * std::min(sizeLeft, sizeRight);
 }
 
 void addLines(const Row& row, std::vector<TextLine>& lines) {
