@@ -15,11 +15,12 @@ namespace qv {
 
 namespace {
 
-// Far beyond any real document, low enough that a hostile one stays harmless: each open element costs memory, and each
-// level of entities inside entities costs stack.
+// Far beyond any real document, low enough that a hostile one stays harmless: each open element costs memory, each
+// level of entities inside entities costs stack, and each attribute that is declared is compared with those before it.
 constexpr std::size_t kMaximumDepth = 10'000;
-constexpr std::size_t kMaximumEntities = 500;
-// What a document may grow to through its own declarations (entities, default attributes), once it is large at all.
+constexpr std::size_t kMaximumDeclarations = 500;
+// What a document may grow to through its entities, once it is large at all. Its default attributes may at most double
+// it.
 constexpr unsigned long long kGrowthThreshold = 1'048'576;
 constexpr float kMaximumGrowth = 10;
 constexpr std::size_t kBytesPerCall = std::size_t{1} << 26;
@@ -32,12 +33,13 @@ class Run {
         : mParser(XML_ParserCreate("UTF-8")),
           mText(text),
           mDelegate(delegate),
-          mBudget(std::max(kGrowthThreshold, static_cast<unsigned long long>(text.size()) * 10)) {
+          mDefaultsLeft(std::max<std::size_t>(kGrowthThreshold, text.size())) {
         if (!mParser) throw std::bad_alloc();
         XML_SetUserData(mParser.get(), this);
         XML_SetElementHandler(mParser.get(), startElement, endElement);
         XML_SetCharacterDataHandler(mParser.get(), characters);
         XML_SetEntityDeclHandler(mParser.get(), entityDeclaration);
+        XML_SetAttlistDeclHandler(mParser.get(), attributeDeclaration);
         XML_SetBillionLaughsAttackProtectionMaximumAmplification(mParser.get(), kMaximumGrowth);
         XML_SetBillionLaughsAttackProtectionActivationThreshold(mParser.get(), kGrowthThreshold);
     }
@@ -87,9 +89,14 @@ class Run {
         XML_StopParser(mParser.get(), /*resumable=*/XML_FALSE);
     }
 
-    void spend(std::size_t bytes) {
-        if (bytes > mBudget) return stop();
-        mBudget -= bytes;
+    // Attributes that the document type gives to every element are not among what expat limits.
+    void countDefault(std::size_t bytes) {
+        if (bytes > mDefaultsLeft) return stop();
+        mDefaultsLeft -= bytes;
+    }
+
+    void countDeclaration() {
+        if (++mDeclarations > kMaximumDeclarations) stop();
     }
 
     template <typename Event>
@@ -111,10 +118,11 @@ class Run {
     void start(const XML_Char* name, const XML_Char** attributes) {
         if (++mDepth > kMaximumDepth) return stop();
         mName = name;
+        const XML_Char** const defaults = attributes + XML_GetSpecifiedAttributeCount(mParser.get());
         std::map<std::string, std::string> map;
         for (; *attributes && !mStopped; attributes += 2) {
             const auto& [key, value] = *map.emplace(attributes[0], attributes[1]).first;
-            spend(key.size() + value.size());
+            if (attributes >= defaults) countDefault(key.size() + value.size());
         }
         if (!mStopped) mDelegate.didStartElement(mName, map);
     }
@@ -135,17 +143,20 @@ class Run {
 
     static void entityDeclaration(void* userData, const XML_Char*, int, const XML_Char*, int, const XML_Char*,
                                   const XML_Char*, const XML_Char*, const XML_Char*) {
-        guarded(userData, [](Run& run) {
-            if (++run.mEntities > kMaximumEntities) run.stop();
-        });
+        guarded(userData, [](Run& run) { run.countDeclaration(); });
+    }
+
+    static void attributeDeclaration(void* userData, const XML_Char*, const XML_Char*, const XML_Char*, const XML_Char*,
+                                     int) {
+        guarded(userData, [](Run& run) { run.countDeclaration(); });
     }
 
     std::unique_ptr<std::remove_pointer_t<XML_Parser>, Free> mParser;
     std::string_view mText;
     XMLParserDelegate& mDelegate;
-    unsigned long long mBudget;
+    std::size_t mDefaultsLeft;
     std::size_t mDepth = 0;
-    std::size_t mEntities = 0;
+    std::size_t mDeclarations = 0;
     bool mStopped = false;
     std::exception_ptr mThrown;
     std::string mName;

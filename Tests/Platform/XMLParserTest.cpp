@@ -195,6 +195,22 @@ TEST(XMLParser, LimitsDefaultAttributes) {
     EXPECT_EQ(recorder.events.back(), "error");
 }
 
+TEST(XMLParser, DeliversModestDefaultAttributes) {
+    Recorder recorder;
+    EXPECT_TRUE(qv::XMLParser::parse("<!DOCTYPE a [<!ATTLIST a x CDATA '1' y CDATA '2'>]><a y='3'/>", recorder));
+    EXPECT_THAT(recorder.events, ElementsAre("<a x=1 y=3", "/a"));
+}
+
+// Each is compared with all before it.
+TEST(XMLParser, LimitsTheNumberOfDeclaredAttributes) {
+    std::string document = "<!DOCTYPE a [<!ATTLIST a";
+    for (int index = 0; index < 500'000; ++index)
+        document += " a" + std::to_string(index) + " CDATA #IMPLIED";
+    Recorder recorder;
+    EXPECT_FALSE(qv::XMLParser::parse(document + ">]><a/>", recorder));
+    EXPECT_THAT(recorder.events, ElementsAre("error"));
+}
+
 TEST(XMLParser, LimitsDepth) {
     Recorder recorder;
     EXPECT_TRUE(qv::XMLParser::parse(repeated(10'000, "<a>") + repeated(10'000, "</a>"), recorder));
