@@ -81,6 +81,15 @@ TEST(CommandLine, ArgumentsCannotActOnTheTerminal) {
     EXPECT_THAT(result.error, Not(HasSubstr("\x07")));
 }
 
+TEST(CommandLine, LoadsNoRecognitionCode) {
+    auto call = testsupport::hostCall({"--version"});
+    call.environment["LD_TRACE_LOADED_OBJECTS"] = "1";
+    const std::string libraries = testsupport::runProcess(call).output;
+    EXPECT_THAT(libraries, HasSubstr("libQVCardScan"));
+    for (const char* name : {"tesseract", "lept", "opencv", "phonenumber"})
+        EXPECT_THAT(libraries, Not(HasSubstr(name)));
+}
+
 TEST(CommandLine, OutputThatCannotBeWrittenIsStatusThree) {
     auto full = testsupport::hostCall({"--help"});
     full.outputFile = "/dev/full";
