@@ -1,5 +1,6 @@
 #include "Text/Engine.h"
 
+#include <leptonica/allheaders.h>
 #include <tesseract/baseapi.h>
 #include <tesseract/ocrclass.h>
 
@@ -37,6 +38,8 @@ class TesseractEngine final : public Engine {
   public:
     bool load(const std::filesystem::path& models, const std::string& languages) {
         keepToThisThread();
+        // Its remarks on empty boxes go straight to standard error, which belongs to the program.
+        setMsgSeverity(L_SEVERITY_NONE);
         if (mAPI.Init(models.c_str(), languages.c_str(), tesseract::OEM_LSTM_ONLY) != 0) return false;
         mAPI.SetVariable("debug_file", "/dev/null");
         mAPI.SetVariable("classify_enable_learning", "0");
