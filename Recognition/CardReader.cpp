@@ -20,6 +20,7 @@ namespace {
 
 constexpr int kReadingSide = 1600;  // the engine reads type of 20 to 40 pixels best: what a card of this size has
 constexpr std::size_t kMostEngines = 3;
+constexpr const char* kEnglish = "eng";
 constexpr double kLevel = 1;  // degrees of slant that the engine copes with
 
 class StageClock {
@@ -81,7 +82,7 @@ Result resultOf(const std::vector<Field>& fields, const SentPicture& sent, const
 
 std::unique_ptr<CardReader> CardReader::open(Options options) {
     std::unique_ptr<CardReader> reader(new CardReader(std::move(options)));
-    return reader->engineFor({"en", "eng", false}) == nullptr ? nullptr : std::move(reader);
+    return reader->engineFor({"en", kEnglish, false}) == nullptr ? nullptr : std::move(reader);
 }
 
 Engine* CardReader::engineFor(const ReadingLanguage& language) {
@@ -109,7 +110,7 @@ Recognition CardReader::recognise(std::span<const std::uint8_t> jpeg, const std:
     ReadingLanguage language = readingLanguage(contentLanguage, mOptions.models);
     Engine* engine = engineFor(language);
     if (engine == nullptr) {
-        language = {"en", "eng", true};
+        language = {"en", kEnglish, true};
         engine = engineFor(language);
     }
     if (language.isFallback) report.remark = "the language asked for is not installed, reading English";
@@ -139,7 +140,9 @@ std::vector<Field> CardReader::fieldsOf(const SentPicture& sent, Engine& engine,
     orient = reading.orient;
     clock.done("read");
     const cv::Mat upright = turned(large, orient);
-    reading.words = merged(std::move(reading.words), engine.read(upright, PageMode::Sparse, deadline));
+    Engine* second = language.models == kEnglish ? &engine : engineFor({"en", kEnglish, false});
+    reading.words =
+        merged(std::move(reading.words), second->read(upright, PageMode::Sparse, deadline), second == &engine ? 6 : 20);
     clock.done("again");
     reading.words = merged(std::move(reading.words), engine.read(turned(even, orient), PageMode::Page, deadline));
     clock.done("page");

@@ -22,6 +22,7 @@ struct Traits {
     bool street = false;
     bool number = false;
     bool leadingNumber = false;
+    bool trailingNumber = false;
     bool place = false;
     bool country = false;
     bool box = false;
@@ -35,6 +36,13 @@ bool isHouseNumber(const std::string& word) {
     const std::string bare = trimmed(word, ".,;:()#");
     return !bare.empty() && bare.size() <= 9 && bare[0] >= '0' && bare[0] <= '9' && countDigits(bare) <= 6 &&
            countLetters(bare) <= 2;
+}
+
+/// "Lange Reihe 5", "Am Wall 12a": streets whose names do not say so.
+bool endsWithHouseNumber(const std::vector<std::string>& words) {
+    if (words.size() < 2 || words.size() > 5 || countDigits(words.back()) > 4 || !isHouseNumber(words.back()))
+        return false;
+    return countLetters(words[words.size() - 2]) >= 3 && isCapital(codePoints(words.front()).front());
 }
 
 bool isBox(const std::vector<std::string>& words) {
@@ -55,6 +63,7 @@ Traits traitsOf(const std::string& text) {
     traits.postcode = postcodeEvidence(printed);
     traits.number = std::any_of(printed.begin(), printed.end(), isHouseNumber);
     traits.leadingNumber = !printed.empty() && isHouseNumber(printed.front()) && countLetters(text) >= 3;
+    traits.trailingNumber = endsWithHouseNumber(printed);
     traits.street = std::any_of(words.begin(), words.end(), [](const auto& word) { return words::isStreet(word); });
     traits.place = std::any_of(words.begin(), words.end(), [](const auto& word) { return words::isAddress(word); });
     traits.country = std::any_of(words.begin(), words.end(), [](const auto& word) { return words::isCountry(word); });
@@ -71,6 +80,7 @@ float evidence(const Traits& traits, std::size_t words) {
     float sum = traits.postcode * 0.75F;
     if (traits.street) sum += traits.number ? 0.6F : 0.3F;
     if (traits.leadingNumber && !traits.street) sum += 0.25F;
+    if (traits.trailingNumber && !traits.street) sum += 0.3F;
     if (traits.box) sum += 0.5F;
     if (traits.country) sum += words <= 2 ? 0.45F : 0.3F;
     if (traits.state && traits.comma) sum += 0.2F;
@@ -79,6 +89,13 @@ float evidence(const Traits& traits, std::size_t words) {
     if (traits.title && !traits.number) sum -= 0.4F;
     if (traits.firm) sum -= 0.45F;
     return std::clamp(sum, 0.F, 1.F);
+}
+
+/// A country or a state alone may as well be part of a firm's name.
+bool isPlainly(const std::string& text) {
+    const Traits traits = traitsOf(text);
+    return traits.postcode >= 0.45F || (traits.street && traits.number) || traits.box ||
+           (traits.comma && (traits.country || traits.state));
 }
 
 bool likeType(const TextLine& a, const TextLine& b) {
@@ -108,7 +125,12 @@ class BlockFinder {
         for (const std::size_t core : order) {
             if (mUsed[core] || mEvidence[core] < kCore) continue;
             AddressBlock block = grownFrom(core);
-            if (block.likelihood >= kAccepted) blocks.push_back(std::move(block));
+            if (block.likelihood >= kAccepted) {
+                blocks.push_back(std::move(block));
+            } else {
+                for (const std::size_t i : block.lines)
+                    mUsed[i] = i == core;
+            }
         }
         return blocks;
     }
@@ -122,7 +144,9 @@ class BlockFinder {
         float sum = 0;
         for (const std::size_t i : block.lines)
             sum += mEvidence[i];
-        block.likelihood = std::min(0.95F, 0.2F + sum * 0.6F);
+        const bool isPlain = std::any_of(block.lines.begin(), block.lines.end(),
+                                         [this](std::size_t i) { return isPlainly(mLines[i].text()); });
+        block.likelihood = isPlain ? std::min(0.95F, 0.2F + sum * 0.6F) : 0;
         return block;
     }
 

@@ -12,6 +12,8 @@ namespace {
 
 constexpr float kHardlyRead = 40;
 constexpr float kWellRead = 75;
+constexpr float kIconGap = 0.75F;
+constexpr float kIconHeight = 1.7F;
 
 bool isNoise(const Word& word) {
     const int letters = countLetters(word.text);
@@ -24,11 +26,20 @@ bool isNoise(const Word& word) {
     return letters + digits <= 2 && word.confidence < kHardlyRead;
 }
 
+/// A sign before a line that stands further off than a letter, or is larger than the type, was drawn, not set.
+bool isIcon(const Word& word, const Word& next, float size) {
+    const int signs = countLetters(word.text) + countDigits(word.text);
+    const bool apart = next.box.x - word.box.right() > kIconGap * size;
+    return signs <= 1 && (apart || word.box.h > kIconHeight * size);
+}
+
 /// Small print between two words of a title or a firm is not noise ("Sales & Leasing"): only the ends are looked at.
-std::pair<std::size_t, std::size_t> withoutNoise(const std::vector<Word>& words) {
+std::pair<std::size_t, std::size_t> withoutNoise(const TextLine& line) {
+    const auto& words = line.words;
     std::size_t first = 0;
     std::size_t end = words.size();
-    while (first < end && isNoise(words[first]))
+    const auto isDrawn = [&](std::size_t i) { return i + 1 < end && isIcon(words[i], words[i + 1], line.size); };
+    while (first < end && (isNoise(words[first]) || isDrawn(first)))
         ++first;
     while (end > first && isNoise(words[end - 1]))
         --end;
@@ -56,7 +67,7 @@ std::vector<TextLine> withoutClaims(const TextLine& line, const std::vector<Clai
 }
 
 TextLine cleaned(const TextLine& line) {
-    const auto [first, end] = withoutNoise(line.words);
+    const auto [first, end] = withoutNoise(line);
     const auto at = [&line](std::size_t i) { return line.words.begin() + static_cast<std::ptrdiff_t>(i); };
     return makeLine(std::vector<Word>(at(first), at(end)));
 }

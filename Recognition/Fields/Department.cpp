@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <vector>
 
 namespace qv::recognition {
 namespace {
@@ -21,6 +22,13 @@ bool isDepartmentWord(const std::string& word) {
                        [&](auto ending) { return word.size() > ending.size() + 2 && endsWith(word, ending); });
 }
 
+/// "Human Resources", "Einkauf & Logistik": what a department is for, and nothing else.
+bool isAreaOnly(const std::vector<std::string>& words) {
+    return words.size() <= 4 &&
+           std::all_of(words.begin(), words.end(), [](const auto& word) { return words::isArea(word); }) &&
+           std::any_of(words.begin(), words.end(), [](const auto& word) { return word.size() > 3; });
+}
+
 bool isOf(const std::string& word) {
     return std::find(kOf.begin(), kOf.end(), word) != kOf.end() || startsWith(word, "d'");
 }
@@ -31,7 +39,7 @@ float departmentEvidence(const TextLine& line) {
     const auto words = foldedWords(line.text());
     if (words.empty() || words.size() > 10 || countDigits(line.text()) > 1) return 0;
     const auto found = std::find_if(words.begin(), words.end(), isDepartmentWord);
-    if (found == words.end()) return 0;
+    if (found == words.end()) return isAreaOnly(words) ? 0.62F : 0.F;
     const bool hasTitle = std::any_of(words.begin(), words.end(), isTitleWord);
     const bool hasFirm = std::any_of(words.begin(), words.end(),
                                      [](const auto& word) { return words::isLegalForm(word) && word.size() > 2; });

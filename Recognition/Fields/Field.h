@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace qv::recognition {
 
@@ -17,6 +18,7 @@ struct Field {
     Box box;
     float confidence = 0;
     float likelihood = 1;
+    std::vector<std::string> others = {};  ///< the same field as other readings of its words have it
 };
 
 /// A field found inside one line: it uses the words from `first` up to, not including, `end` (its label among them).

@@ -38,6 +38,7 @@ class Decision {
         keepText();
         takeAddresses();
         takePersonsAndFirms(all);
+        agreeOnNames();
         std::stable_sort(mFields.begin(), mFields.end(),
                          [](const Field& a, const Field& b) { return a.box.y < b.box.y; });
         return std::move(mFields);
@@ -49,8 +50,10 @@ class Decision {
         std::vector<TextLine> rest;
         for (const auto& line : mLines) {
             const std::vector<Claim> claims = find(line);
-            for (const auto& claim : claims)
+            for (const auto& claim : claims) {
                 add(line, claim);
+                addOtherReadings(line, claim, find);
+            }
             auto left = withoutClaims(line, claims);
             std::move(left.begin(), left.end(), std::back_inserter(rest));
         }
@@ -61,6 +64,21 @@ class Decision {
         const auto at = [&line](std::size_t i) { return line.words.begin() + static_cast<std::ptrdiff_t>(i); };
         const TextLine part = makeLine(std::vector<Word>(at(claim.first), at(claim.end)));
         mFields.push_back({claim.type, claim.text, part.box, part.confidence(), claim.likelihood});
+    }
+
+    template <typename Find>
+    void addOtherReadings(const TextLine& line, const Claim& claim, const Find& find) {
+        for (std::size_t i = claim.first; i < claim.end; ++i) {
+            for (const auto& reading : line.words[i].others) {
+                TextLine other = line;
+                other.words[i].text = reading;
+                other.words[i].others.clear();
+                for (const Claim& found : find(other)) {
+                    const bool same = found.type == claim.type && found.first <= i && i < found.end;
+                    if (same && found.text != claim.text) mFields.back().others.push_back(found.text);
+                }
+            }
+        }
     }
 
     /// The host of a link and of an address are mostly one: where the two differ as misread letters do, the better read
@@ -74,7 +92,45 @@ class Decision {
         }
     }
 
+    /// Two readings that say the same are better evidence than one that the engine was sure of.
+    static bool agreeByOtherReadings(Field& email, Field& link) {
+        const auto readings = [](const Field& field) {
+            std::vector<std::string> all{field.text};
+            all.insert(all.end(), field.others.begin(), field.others.end());
+            return all;
+        };
+        for (const auto& address : readings(email)) {
+            for (const auto& target : readings(link)) {
+                if (hostOf(address) != hostOf(target)) continue;
+                email.text = address;
+                link.text = target;
+                return true;
+            }
+        }
+        return false;
+    }
+
+    /// "janedoe@" beside "jane.doe@" on a card of Jane Doe: the engine overlooks a dot more often than it invents one.
+    void agreeOnNames() {
+        for (const auto& name : mFields) {
+            if (name.type != FieldType::Name) continue;
+            for (auto& email : mFields) {
+                if (email.type == FieldType::Email) takeReadingOf(name.text, email);
+            }
+        }
+    }
+
+    static void takeReadingOf(const std::string& name, Field& email) {
+        const auto words = foldedWords(name);
+        for (const auto& reading : email.others) {
+            const std::string local = folded(reading.substr(0, reading.find('@')));
+            const bool whole = words.size() >= 2 && local == words.front() + '.' + words.back();
+            if (whole && hostOf(reading) == hostOf(email.text)) email.text = reading;
+        }
+    }
+
     static void agree(Field& email, Field& link) {
+        if (agreeByOtherReadings(email, link)) return;
         const std::string host = hostOf(link.text);
         const std::string own = hostOf(email.text);
         if (areLookAlikes(own, host) && email.confidence > link.confidence) {

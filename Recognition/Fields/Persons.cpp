@@ -81,7 +81,9 @@ class Sorter {
         for (std::size_t i = 0; i < mLines.size(); ++i) {
             if (mUsed[i]) continue;
             const float evidence = titleEvidenceAt(i);
-            const bool other = mDepartment[i] > evidence || companyEvidence(mLines[i], mFacts) > evidence + 0.15F;
+            const bool sure = mTitle[i] >= kTitle && mName && standsBelow(*mName, i);
+            const bool firm = !sure && companyEvidence(mLines[i], mFacts) > evidence + 0.15F;
+            const bool other = mDepartment[i] > mTitle[i] || firm;
             if (evidence >= kTitle && !other) add(FieldType::Title, i, asLikelihood(evidence));
         }
     }
@@ -165,7 +167,9 @@ class Sorter {
                 continue;
             if (!largest || mLines[i].size > mLines[*largest].size) largest = i;
         }
-        if (!largest || mLines[*largest].size < 1.15F * mFacts.usualSize) return;
+        const bool stands = largest && (mLines[*largest].size >= 1.15F * mFacts.usualSize ||
+                                        mLines[*largest].size >= 0.7F * mFacts.largestSize);
+        if (!stands) return;
         Firm firm{{*largest}, 0.1F};
         for (auto next = lineBelow(*largest); next && firm.lines.size() < kFirmLines;
              next = lineBelow(firm.lines.back())) {

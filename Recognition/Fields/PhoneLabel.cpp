@@ -28,7 +28,7 @@ const WordSet& mobileWords() {
         "mobile mobil mob mobiltelefon mobilfunk mobilnummer cell cellphone cellular cel handy natel funk portable gsm "
         "movil mov "
         "cellulare celular telemovel tlm mobiel kom komorka komorkowy mobilni mobilny cep ceptel mobilephone mobileno "
-        "whatsapp wa text sms "
+        "whatsapp text sms "
         "mobilo matkapuhelin kannykka wireless iphone");
     return set;
 }

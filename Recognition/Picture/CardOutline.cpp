@@ -221,6 +221,28 @@ bool isPlausibleView(const Quad& quad) {
     return true;
 }
 
+/// How much of the line that leads on from `to`, past a corner, lies on an edge as strong as the side before it.
+float goesOn(const cv::Mat& gradient, cv::Point2f from, cv::Point2f to) {
+    auto edges = edgesAlong(gradient, from, to, 2);
+    const auto middle = edges.begin() + kSamples / 2;
+    std::nth_element(edges.begin(), middle, edges.end(),
+                     [](const auto& a, const auto& b) { return a.strength < b.strength; });
+    const float level = std::max(kEdge * 0.4F, 0.6F * middle->strength);
+    const cv::Point2f along = to - from;
+    return supportOf(edgesAlong(gradient, to + along * 0.02F, to + along * 0.2F, 2), level);
+}
+
+/// A card's edges end at its corners. Where two of them lead on beyond the side between them, that side only parts one
+/// panel of the card from another.
+bool isPanel(const Quad& quad, const cv::Mat& gradient) {
+    for (std::size_t i = 0; i < 4; ++i) {
+        const float first = goesOn(gradient, quad[(i + 3) % 4], quad[i]);
+        const float second = goesOn(gradient, quad[(i + 2) % 4], quad[(i + 1) % 4]);
+        if (std::min(first, second) >= 0.7F) return true;
+    }
+    return false;
+}
+
 Candidate weighed(const Quad& quad, const cv::Mat& gradient) {
     Candidate candidate{quad, 0, 0};
     float weakest = 1;
@@ -262,7 +284,7 @@ Candidate bestCandidate(const cv::Mat& small) {
             const Quad quad = refined(rough, gradient);
             if (!hasCardShape(quad, small.size()) || !isPlausibleView(quad)) continue;
             const Candidate candidate = weighed(quad, gradient);
-            if (candidate.score > best.score) best = candidate;
+            if (candidate.score > best.score && !isPanel(quad, gradient)) best = candidate;
         }
     }
     return best;

@@ -9,9 +9,10 @@
 namespace qv::recognition {
 namespace {
 
-constexpr float kSameRow = 0.5F;       // share of the smaller height that two words of a row have in common
-constexpr float kWideGap = 1.55F;      // in type sizes: further apart than this is another line
-constexpr float kWideSpace = 2.0F;     // in letters' widths, likewise
+constexpr float kSameRow = 0.5F;    // share of the smaller height that two words of a row have in common
+constexpr float kWideGap = 1.55F;   // in type sizes: further apart than this is another line
+constexpr float kWideSpace = 2.0F;  // in letters' widths, likewise
+constexpr float kTopJump = 0.15F;
 constexpr float kSizeJump = 1.45F;     // from one word to the next, within a line
 constexpr float kColumnEdge = 0.9F;    // in type sizes
 constexpr float kLineDistance = 1.9F;  // in type sizes, from one line's bottom to the next line's top
@@ -107,7 +108,9 @@ bool parts(const Word& left, const Word& right) {
     const float wide =
         std::max(kWideGap * std::max(sizeLeft, sizeRight), kWideSpace * std::min(advance(left), advance(right)));
     if (gap(left, right) > wide) return true;
-    return showsSize(left) && showsSize(right) &&
+    // An underline makes a word's box higher at the bottom only; larger type is higher at the top.
+    const bool tops = std::abs(left.box.y - right.box.y) > kTopJump * std::max(sizeLeft, sizeRight);
+    return tops && showsSize(left) && showsSize(right) &&
            std::max(sizeLeft, sizeRight) > kSizeJump * std::min(sizeLeft, sizeRight);
 }
 

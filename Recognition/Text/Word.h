@@ -3,6 +3,7 @@
 #include "Picture/Box.h"
 
 #include <string>
+#include <vector>
 
 namespace qv::recognition {
 
@@ -11,6 +12,7 @@ struct Word {
     std::string text;
     Box box;
     float confidence = 0;
+    std::vector<std::string> others = {};  ///< what other readings of the same place made of it
 };
 
 }  // namespace qv::recognition

@@ -3,14 +3,17 @@
 #include "Text/Letters.h"
 
 #include <algorithm>
+#include <string_view>
+#include <utility>
 
 namespace qv::recognition {
 namespace {
 
 constexpr float kSamePlace = 0.4F;  // share of the smaller box that two readings of a word have in common
 constexpr float kWorthAdding = 60;
-constexpr float kSurer = 6;
 constexpr float kPlain = 75;
+constexpr float kStroke = 15;
+constexpr float kAddress = 60;
 
 int signs(const std::string& text) {
     return countLetters(text) + countDigits(text);
@@ -28,12 +31,31 @@ std::vector<std::size_t> inPlaceOf(const std::vector<Word>& words, const Word& w
     return found;
 }
 
-float meanConfidence(const std::vector<Word>& words, const std::vector<std::size_t>& which) {
+/// Some languages' models know no "@" and write letters in its place, and are sure of them.
+bool holdsAddress(const std::string& text) {
+    const auto at = text.find('@');
+    return at != std::string::npos && at > 0 && text.find('.', at) != std::string::npos;
+}
+
+/// Strokes of a drawing that the engine took for signs at a word's edge speak against the rest of its reading.
+float trust(const Word& word) {
+    static constexpr std::string_view strokes = "\\|_~`{}=";
+    const bool touched = strokes.find(word.text.front()) != std::string_view::npos ||
+                         strokes.find(word.text.back()) != std::string_view::npos;
+    return word.confidence - (touched ? kStroke : 0.F) + (holdsAddress(word.text) ? kAddress : 0.F);
+}
+
+void addReading(Word& word, const std::string& text) {
+    if (text != word.text && std::find(word.others.begin(), word.others.end(), text) == word.others.end())
+        word.others.push_back(text);
+}
+
+float meanTrust(const std::vector<Word>& words, const std::vector<std::size_t>& which) {
     float sum = 0;
     float letters = 0;
     for (const std::size_t i : which) {
         const auto count = static_cast<float>(std::max(1, length(words[i].text)));
-        sum += words[i].confidence * count;
+        sum += trust(words[i]) * count;
         letters += count;
     }
     return letters > 0 ? sum / letters : 0;
@@ -55,23 +77,32 @@ void eraseAll(std::vector<Word>& words, const std::vector<std::size_t>& which) {
         words.erase(words.begin() + static_cast<std::ptrdiff_t>(*i));
 }
 
-void mergeInto(std::vector<Word>& words, const Word& word) {
+void mergeInto(std::vector<Word>& words, const Word& word, float margin) {
     const auto others = inPlaceOf(words, word);
     if (others.empty()) {
         if (word.confidence >= kWorthAdding && signs(word.text) >= 2) words.push_back(word);
         return;
     }
-    const bool surer = word.confidence > meanConfidence(words, others) + kSurer;
-    if (!surer || signs(word.text) == 0 || !coversAlike(around(words, others), word.box)) return;
+    if (signs(word.text) == 0 || !coversAlike(around(words, others), word.box)) return;
+    if (trust(word) <= meanTrust(words, others) + margin) {
+        if (others.size() == 1) addReading(words[others.front()], word.text);
+        return;
+    }
+    Word better = word;
+    if (others.size() == 1) {
+        for (const auto& reading : words[others.front()].others)
+            addReading(better, reading);
+        addReading(better, words[others.front()].text);
+    }
     eraseAll(words, others);
-    words.push_back(word);
+    words.push_back(std::move(better));
 }
 
 }  // namespace
 
-std::vector<Word> merged(std::vector<Word> first, const std::vector<Word>& second) {
+std::vector<Word> merged(std::vector<Word> first, const std::vector<Word>& second, float margin) {
     for (const auto& word : second)
-        mergeInto(first, word);
+        mergeInto(first, word, margin);
     return first;
 }
 

@@ -145,6 +145,27 @@ bool isDepartment(std::string_view word) {
     return set.has(word);
 }
 
+bool isArea(std::string_view word) {
+    static const WordSet set(
+        "human resources public affairs customer client relations service services support care sales marketing "
+        "logistics procurement "
+        "purchasing accounting accounts finance legal compliance research development engineering operations "
+        "production quality "
+        "assurance control it communications press media investor facility facilities management admissions training "
+        "strategy "
+        "vertrieb einkauf personal personalwesen buchhaltung entwicklung forschung produktion qualitatssicherung "
+        "kundendienst "
+        "kundenservice logistik recht finanzen verwaltung offentlichkeitsarbeit konstruktion marktforschung presse "
+        "ressources humaines ventes achats comptabilite recherche developpement publiques clientele communication "
+        "juridique recursos humanos ventas compras contabilidad atencion al cliente relaciones publicas exportacion "
+        "comunicacion "
+        "risorse umane vendite acquisti amministrazione contabilita ricerca sviluppo relazioni clienti inkoop verkoop "
+        "personeelszaken boekhouding vendas compras financeiro sprzedaz zakupy ksiegowosc prodej nakup satis pazarlama "
+        "insan kaynaklari muhasebe forsaljning inkop personalavdelningen ekonomi kundservice r&d hr pr "
+        "and und et y e i & of de des the for fur");
+    return set.has(word);
+}
+
 bool isHonorific(std::string_view word) {
     static const WordSet set(
         "mr mrs ms miss mx dr prof professor sir dame rev hon capt herr frau dipl dipl.-ing dipl.-kfm dipl.-kffr ing "

@@ -6,10 +6,10 @@ namespace qv::recognition::words {
 namespace {
 
 bool hasStreetEnding(std::string_view word) {
-    static constexpr std::string_view endings[] = {"strasse", "straat",    "gasse",    "allee", "platz", "damm",
-                                                   "ufer",    "weg",       "gracht",   "plein", "laan",  "gatan",
-                                                   "vagen",   "veien",     "vej",      "gade",  "katu",  "kade",
-                                                   "singel",  "promenade", "chaussee", "str",   "markt", "dijk"};
+    static constexpr std::string_view endings[] = {
+        "strasse", "straat", "gasse", "allee", "platz",     "damm",     "ufer", "weg",   "gracht", "plein",
+        "laan",    "gatan",  "vagen", "veien", "vej",       "gade",     "katu", "kade",  "singel", "allen",
+        "torget",  "stigen", "vag",   "gata",  "promenade", "chaussee", "str",  "markt", "dijk"};
     for (const auto ending : endings) {
         if (word.size() >= ending.size() + 3 && endsWith(word, ending)) return true;
     }

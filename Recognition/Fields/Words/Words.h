@@ -10,6 +10,7 @@ namespace qv::recognition::words {
 bool isTitle(std::string_view word);           ///< manager, geschaftsfuhrer, directeur
 bool isTitleQualifier(std::string_view word);  ///< senior, chief, vertriebs: part of a title, not one by itself
 bool isDepartment(std::string_view word);      ///< department, abteilung, faculty
+bool isArea(std::string_view word);            ///< sales, relations, einkauf: what a department is for
 bool isLegalForm(std::string_view word);       ///< gmbh, ltd, sarl
 bool isCompany(std::string_view word);         ///< group, bank, consulting: names of firms often hold it
 bool isStreet(std::string_view word);          ///< street, rue, via; also by ending, as in hauptstrasse
