@@ -14,6 +14,8 @@
 #include <memory>
 #include <string>
 
+class QVCardProcessingOperation;
+
 /// The framework's front object: holds the host's configuration and runs its requests, at most three at once. The host
 /// calls it from one thread, normally its main thread; completion blocks come on threads of the queue.
 class QV_EXPORT QVBizCardManager : public qv::Object {
@@ -40,7 +42,55 @@ class QV_EXPORT QVBizCardManager : public qv::Object {
     /// `cancelRequestWithIDString:` Cancels every queued operation of that note that has not finished.
     void cancelRequestWithIDString(const QVString& idString);
 
+    /// `canWeAddRequestToQueue:` Whether the request has a note UUID, an image, and is not in the queue already; logs
+    /// why not. Two threads that ask and add at the same moment may both succeed.
     bool canWeAddRequestToQueue(const std::shared_ptr<QVCardProcessingRequest>& request) const;
+
+    /// `canStartLinkedInSearchForCardProcessingResponse:` Whether there is a response, a key and a secret (be they
+    /// empty).
     bool canStartLinkedInSearchForCardProcessingResponse(
         const std::shared_ptr<QVCardProcessingResponse>& response) const;
+
+    /// Held without ownership; may be called on any queue thread.
+    std::shared_ptr<QVContactNoteDataSource> contactNoteDataSource() const { return mContactNoteDataSource.lock(); }
+    void setContactNoteDataSource(const std::shared_ptr<QVContactNoteDataSource>& contactNoteDataSource) {
+        mContactNoteDataSource = contactNoteDataSource;
+    }
+
+    /// The recognition server's address, as text. Absent or not an address: requests answer with error 1.
+    QVString serverURL() const { return mServerURL.load(); }
+    void setServerURL(QVString serverURL) { mServerURL.store(std::move(serverURL)); }
+
+    /// What allows a social search; only their presence counts.
+    QVString linkedInKey() const { return mSearchCredentials->key.load(); }
+    void setLinkedInKey(QVString linkedInKey) { mSearchCredentials->key.store(std::move(linkedInKey)); }
+    QVString linkedInSecret() const { return mSearchCredentials->secret.load(); }
+    void setLinkedInSecret(QVString linkedInSecret) { mSearchCredentials->secret.store(std::move(linkedInSecret)); }
+
+    /// Seconds until a social search counts as unanswered.
+    double searchTimeOut() const { return mSearchTimeOut; }
+    void setSearchTimeOut(double searchTimeOut) { mSearchTimeOut = searchTimeOut; }
+
+    /// The social searches that wait for their answer, by request id. Shared, not guarded: for the main thread.
+    RequestMap socialSearchRequestMap() const { return mSocialSearchRequestMap.load(); }
+    void setSocialSearchRequestMap(RequestMap map) { mSocialSearchRequestMap.store(std::move(map)); }
+
+  private:
+    /// Apart from the manager, because completion steps need them and may outlive it.
+    struct SearchCredentials {
+        qv::Atomic<QVString> key;
+        qv::Atomic<QVString> secret;
+        bool allowSearchFor(const std::shared_ptr<QVCardProcessingResponse>& response) const;
+    };
+
+    static void completeOperation(const QVCardProcessingOperation& operation, const SearchCredentials& credentials,
+                                  const Completion& completion);
+    bool isInQueue(const std::string& operationID) const;
+
+    std::unique_ptr<qv::OperationQueue> mCardOperationQueue;
+    qv::Atomic<QVString> mServerURL;
+    std::shared_ptr<SearchCredentials> mSearchCredentials = std::make_shared<SearchCredentials>();
+    std::weak_ptr<QVContactNoteDataSource> mContactNoteDataSource;
+    qv::Atomic<RequestMap> mSocialSearchRequestMap;
+    double mSearchTimeOut = 0;
 };
