@@ -29,7 +29,7 @@ class ChildProcess {
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
 
-    /// Writes to its standard input; false when it no longer reads.
+    /// Writes to its standard input; false when it no longer reads (SIGPIPE has to be ignored for that).
     bool write(std::string_view text);
 
     /// The next line of its output without the line break; nothing when it ended, said too much or took too long.
