@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <span>
+#include <utility>
 
 namespace qvhost::Random {
 namespace {
@@ -35,9 +36,10 @@ std::string uuid() {
     auto bytes = randomBytes<16>();
     bytes[6] = static_cast<std::uint8_t>((bytes[6] & 0x0F) | 0x40);
     bytes[8] = static_cast<std::uint8_t>((bytes[8] & 0x3F) | 0x80);
-    std::string text = hex(bytes, "%02X");
-    for (const std::size_t position : {20U, 16U, 12U, 8U})
-        text.insert(position, "-");
+    const std::span<const std::uint8_t> all(bytes);
+    std::string text = hex(all.first(4), "%02X");
+    for (const auto& [start, length] : {std::pair{4U, 2U}, {6U, 2U}, {8U, 2U}, {10U, 6U}})
+        text += '-' + hex(all.subspan(start, length), "%02X");
     return text;
 }
 
