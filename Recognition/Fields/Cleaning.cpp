@@ -30,7 +30,7 @@ bool isNoise(const Word& word) {
 bool isIcon(const Word& word, const Word& next, float size) {
     const int signs = countLetters(word.text) + countDigits(word.text);
     const bool apart = next.box.x - word.box.right() > kIconGap * size;
-    return signs <= 1 && (apart || word.box.h > kIconHeight * size);
+    return (signs <= 1 && apart) || (signs <= 3 && word.box.h > kIconHeight * size);
 }
 
 /// Small print between two words of a title or a firm is not noise ("Sales & Leasing"): only the ends are looked at.
@@ -82,7 +82,8 @@ bool isText(const TextLine& line) {
 
 bool isLabelOnly(const TextLine& line) {
     static const WordSet labels(
-        "email mail web website internet homepage url www site adresse address adres direccion indirizzo endereco "
+        "email mail web webb epost website internet homepage url www site adresse address adres direccion indirizzo "
+        "endereco "
         "skype twitter "
         "facebook linkedin instagram contact kontakt contacto contatti e w");
     if (line.words.size() > 2) return false;

@@ -46,7 +46,7 @@ float departmentEvidence(const TextLine& line) {
     float sum = found == words.begin() ? 0.6F : 0.5F;
     if (found + 1 != words.end() && isOf(*(found + 1))) sum += 0.25F;
     if (found + 1 == words.end() && words.size() >= 2) sum += 0.15F;
-    if (hasTitle && found != words.begin()) sum -= 0.4F;
+    if (hasTitle && (found != words.begin() || isTitleWord(words.back()))) sum -= 0.4F;
     if (hasFirm) sum -= 0.5F;
     return std::clamp(sum, 0.F, 1.F);
 }

@@ -191,7 +191,9 @@ class Decision {
     }
 
     void takePersonsAndFirms(const std::vector<TextLine>& all) {
-        auto found = findPersonsAndFirms(mLines, factsOf(mFields, all));
+        std::vector<TextLine> text;
+        std::copy_if(all.begin(), all.end(), std::back_inserter(text), isText);
+        auto found = findPersonsAndFirms(mLines, factsOf(mFields, text));
         std::move(found.begin(), found.end(), std::back_inserter(mFields));
     }
 

@@ -74,9 +74,9 @@ std::string linkIn(const std::string& text) {
 }
 
 bool isLabelWord(const Word& word) {
-    static constexpr std::array<std::string_view, 13> labels = {"web",      "website", "www",  "internet", "site",
-                                                                "homepage", "url",     "w",    "online",   "siteweb",
-                                                                "sitio",    "sito",    "visit"};
+    static constexpr std::array<std::string_view, 14> labels = {"web",      "website", "www",   "internet", "site",
+                                                                "homepage", "url",     "w",     "online",   "siteweb",
+                                                                "sitio",    "sito",    "visit", "webb"};
     return std::find(labels.begin(), labels.end(), foldedKey(word.text)) != labels.end();
 }
 

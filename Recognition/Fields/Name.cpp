@@ -143,7 +143,7 @@ float nameEvidence(const TextLine& line, const CardFacts& facts) {
     if (parts.honorifics > 0) sum += 0.35F;
     if (parts.postNominals > 0) sum += 0.25F;
     if (parts.particles > 0) sum += 0.1F;
-    if (line.confidence() < 60) sum -= 0.2F;
+    if (line.confidence() < 60) sum -= line.confidence() < 48 ? 0.6F : 0.2F;
     return sum;
 }
 

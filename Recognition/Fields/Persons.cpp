@@ -162,7 +162,7 @@ class Sorter {
     void takeLargest() {
         std::optional<std::size_t> largest;
         for (std::size_t i = 0; i < mLines.size(); ++i) {
-            if (mUsed[i] || mLines[i].confidence() < 65 || countLetters(mLines[i].text()) < 3 ||
+            if (mUsed[i] || mLines[i].confidence() < 75 || countLetters(mLines[i].text()) < 3 ||
                 mLines[i].words.size() > 4)
                 continue;
             if (!largest || mLines[i].size > mLines[*largest].size) largest = i;

@@ -43,9 +43,11 @@ float titleEvidence(const TextLine& line) {
     const auto firms = std::count_if(words.begin(), words.end(),
                                      [](const auto& word) { return words::isLegalForm(word) && word.size() > 2; });
     const auto known = static_cast<float>(titles + qualifiers) / static_cast<float>(words.size());
-    if (firms > 0) return titles > 0 ? 0.3F : 0.F;
+    // "CEO, Acme Ltd" says first what she does, "Acme Engineers Ltd" does not.
+    if (firms > 0) return isTitleWord(words.front()) ? 0.6F : titles > 0 ? 0.3F : 0.F;
     if (titles == 0) return qualifiers > 0 ? 0.25F * known : 0.F;
-    const bool startsDepartment = words::isDepartment(words.front()) && !isTitleWord(words.front());
+    const bool startsDepartment =
+        words::isDepartment(words.front()) && !isTitleWord(words.front()) && !isTitleWord(words.back());
     return std::clamp(0.55F + 0.4F * known - (startsDepartment ? 0.4F : 0.F), 0.F, 1.F);
 }
 

@@ -1,0 +1,130 @@
+#include "CardReader.h"
+
+#include <gtest/gtest.h>
+
+#include "Recognition/DrawnCard.h"
+#include "Text/Reading.h"
+
+namespace qv::recognition {
+namespace {
+
+const std::vector<std::string> kLines = {"Jane Miller", "Sales Manager", "Acme Tools Ltd", "Tel: 312-555-0142", "jane.miller@acmetools.com", "www.acmetools.com"};
+
+class CardReaderTest : public testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        CardReader::Options options;
+        options.models = installedModels();
+        sReader = CardReader::open(options);
+    }
+    static void TearDownTestSuite() { sReader.reset(); }
+    void SetUp() override { ASSERT_TRUE(sReader) << "the English language model is not installed"; }
+
+    static Recognition read(const cv::Mat& picture, const std::string& language = "en") { return sReader->recognise(asJPEG(picture), language); }
+    static bool holds(const Recognition& recognition, const std::string& text) { return recognition.xml.find(text) != std::string::npos; }
+    static bool hasItem(const Recognition& recognition, const std::string& type, const std::string& text) {
+        const auto at = recognition.xml.find("fldType=\"" + type + '"');
+        return at != std::string::npos && recognition.xml.find('>' + text + "</t>", at) != std::string::npos;
+    }
+
+    static std::unique_ptr<CardReader> sReader;
+};
+
+std::unique_ptr<CardReader> CardReaderTest::sReader;
+
+TEST_F(CardReaderTest, ReadsACardInEveryTurn) {
+    for (const int turn : {0, 90, 180, 270}) {
+        const auto recognition = read(turned(drawnCard(kLines), (360 - turn) % 360));
+        EXPECT_TRUE(hasItem(recognition, "name", "Jane Miller")) << turn << recognition.xml;
+        EXPECT_TRUE(hasItem(recognition, "title", "Sales Manager")) << turn << recognition.xml;
+        EXPECT_TRUE(hasItem(recognition, "phone", "312-555-0142")) << turn << recognition.xml;
+        EXPECT_TRUE(hasItem(recognition, "email", "jane.miller@acmetools.com")) << turn << recognition.xml;
+        EXPECT_TRUE(holds(recognition, "orient=\"" + std::to_string(turn) + '"')) << turn;
+    }
+}
+
+// The name stands in the upper left quarter of the card, wherever the turn brings that.
+TEST_F(CardReaderTest, SaysPlacesInThePictureAsSent) {
+    const auto recognition = read(turned(drawnCard(kLines), 180));
+    const auto at = recognition.xml.find("fldType=\"name\"");
+    ASSERT_NE(at, std::string::npos);
+    const int y = std::stoi(recognition.xml.substr(recognition.xml.find(" y=\"", at) + 4));
+    EXPECT_GT(y, 300);
+    EXPECT_TRUE(holds(recognition, "objWidth=\"1000\" objHeight=\"600\""));
+}
+
+TEST_F(CardReaderTest, ReadsLightTypeOnADarkCard) {
+    EXPECT_TRUE(hasItem(read(255 - drawnCard(kLines)), "email", "jane.miller@acmetools.com"));
+}
+
+TEST_F(CardReaderTest, ReadsATiltedCardOnADesk) {
+    cv::Mat desk(900, 1300, CV_8UC3, cv::Scalar(40, 60, 80));
+    const std::vector<cv::Point2f> from = {{0, 0}, {1000, 0}, {1000, 600}, {0, 600}};
+    const std::vector<cv::Point2f> to = {{150, 120}, {1150, 240}, {1100, 820}, {100, 720}};
+    cv::warpPerspective(drawnCard(kLines), desk, cv::getPerspectiveTransform(from, to), desk.size(), cv::INTER_CUBIC, cv::BORDER_TRANSPARENT);
+    const auto recognition = read(desk);
+    EXPECT_TRUE(hasItem(recognition, "email", "jane.miller@acmetools.com")) << recognition.xml;
+    EXPECT_TRUE(hasItem(recognition, "name", "Jane Miller")) << recognition.xml;
+}
+
+TEST_F(CardReaderTest, FindsNothingWhereNothingIs) {
+    for (const int level : {0, 130, 255}) {
+        const auto recognition = read(cv::Mat(768, 1024, CV_8UC3, cv::Scalar::all(level)));
+        EXPECT_TRUE(recognition.isPicture);
+        EXPECT_EQ(recognition.fields, 0);
+        EXPECT_TRUE(holds(recognition, "<recoIndex lang=\"en\" objWidth=\"1024\" objHeight=\"768\"/>"));
+    }
+}
+
+TEST_F(CardReaderTest, TakesPicturesOfAnySize) {
+    for (const cv::Size size : {cv::Size(1, 1), cv::Size(1, 700), cv::Size(700, 2), cv::Size(9, 9)}) {
+        EXPECT_TRUE(read(cv::Mat(size, CV_8UC3, cv::Scalar::all(255))).isPicture) << size.width << 'x' << size.height;
+        cv::Mat noise(size, CV_8UC3);
+        cv::RNG random(3);
+        random.fill(noise, cv::RNG::UNIFORM, 0, 256);
+        EXPECT_TRUE(read(noise).isPicture) << size.width << 'x' << size.height;
+    }
+}
+
+TEST_F(CardReaderTest, SaysWhatIsNoPicture) {
+    const std::vector<std::uint8_t> bytes(100, 'x');
+    const auto recognition = sReader->recognise(bytes, "en");
+    EXPECT_FALSE(recognition.isPicture);
+    EXPECT_TRUE(recognition.xml.empty());
+}
+
+TEST_F(CardReaderTest, FallsBackToEnglishAndSaysSo) {
+    const auto recognition = read(drawnCard(kLines), "tlh");
+    EXPECT_TRUE(holds(recognition, "lang=\"en\""));
+    EXPECT_FALSE(recognition.remark.empty());
+    EXPECT_TRUE(read(cv::Mat(8, 8, CV_8UC3, cv::Scalar::all(0)), "").remark.empty());
+}
+
+TEST_F(CardReaderTest, EndsAtItsTimeLimit) {
+    CardReader::Options options;
+    options.models = installedModels();
+    options.timeLimit = std::chrono::milliseconds(0);
+    const auto recognition = CardReader::open(options)->recognise(asJPEG(drawnCard(kLines)), "en");
+    EXPECT_TRUE(recognition.isPicture);
+    EXPECT_EQ(recognition.fields, 0);
+}
+
+TEST(CardReaderOpenTest, NeedsTheEnglishModel) {
+    CardReader::Options options;
+    options.models = "/nonexistent";
+    EXPECT_FALSE(CardReader::open(options));
+}
+
+TEST(LanguagesTest, NamesTheModels) {
+    const auto models = installedModels();
+    EXPECT_EQ(readingLanguage("en-GB", models).models, "eng");
+    EXPECT_EQ(readingLanguage("EN, de;q=0.5", models).models, "eng");
+    EXPECT_EQ(readingLanguage("", models).isFallback, false);
+    EXPECT_EQ(readingLanguage("xx", models).isFallback, true);
+    EXPECT_EQ(readingLanguage("../../etc", models).models, "eng");
+    EXPECT_EQ(readingLanguage("de_AT", models).models, isInstalled(models, "deu") ? "deu" : "eng");
+    EXPECT_TRUE(readingLanguage("de", "/nonexistent").isFallback);
+}
+
+}  // namespace
+}  // namespace qv::recognition

@@ -1,0 +1,303 @@
+#include "Recognition/Client.h"
+#include "Server/HTTPServer.h"
+#include "Server/Token.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <condition_variable>
+#include <mutex>
+#include <stdexcept>
+#include <thread>
+
+namespace qv::recognition {
+namespace {
+
+/// Lets a test hold a worker where it is.
+class Gate {
+  public:
+    void pass() {
+        std::unique_lock lock(mMutex);
+        ++mWaiting;
+        mChanged.notify_all();
+        mChanged.wait(lock, [this] { return mIsOpen; });
+    }
+    void open() {
+        const std::lock_guard lock(mMutex);
+        mIsOpen = true;
+        mChanged.notify_all();
+    }
+    void awaitWaiting(int count) {
+        std::unique_lock lock(mMutex);
+        mChanged.wait(lock, [&] { return mWaiting >= count; });
+    }
+
+  private:
+    std::mutex mMutex;
+    std::condition_variable mChanged;
+    int mWaiting = 0;
+    bool mIsOpen = false;
+};
+
+/// Answers with the body it was given; "wait" stops at the gate, "fail" throws, "no" is no picture.
+class StubRecogniser final : public Recogniser {
+  public:
+    explicit StubRecogniser(Gate& gate) : mGate(gate) {}
+
+    Recognition recognise(std::span<const std::uint8_t> jpeg, const std::string& contentLanguage) override {
+        const std::string body(jpeg.begin(), jpeg.end());
+        if (body == "wait") mGate.pass();
+        if (body == "fail") throw std::runtime_error("broken");
+        Recognition recognition;
+        recognition.isPicture = body != "no";
+        recognition.xml = "<" + body + contentLanguage + "/>";
+        return recognition;
+    }
+
+  private:
+    Gate& mGate;
+};
+
+class HTTPServerTest : public testing::Test {
+  protected:
+    void start(ServerOptions options = {}) {
+        std::string error;
+        mServer = HTTPServer::listen(
+            options, [this] { return std::make_unique<StubRecogniser>(mGate); },
+            [this](std::string_view line) {
+                const std::lock_guard lock(mLogMutex);
+                mLog += std::string(line) + '\n';
+            },
+            error);
+        ASSERT_TRUE(mServer) << error;
+        mThread = std::thread([this] { mEndedInTime = mServer->run(); });
+    }
+    void stop() {
+        mGate.open();
+        if (mServer) mServer->stop();
+        if (mThread.joinable()) mThread.join();
+    }
+    void TearDown() override { stop(); }
+
+    std::string ask(const std::string& request) {
+        Client client(mServer->port());
+        client.send(request);
+        return client.readAll();
+    }
+
+    void expectEmpty(const std::string& answer, const std::string& status) {
+        EXPECT_EQ(statusOf(answer), status) << answer;
+        EXPECT_EQ(bodyOf(answer), "") << answer;
+    }
+
+    Gate mGate;
+    std::unique_ptr<HTTPServer> mServer;
+    std::thread mThread;
+    std::atomic<bool> mEndedInTime = true;
+    std::mutex mLogMutex;
+    std::string mLog;
+};
+
+TEST_F(HTTPServerTest, AnswersAPost) {
+    start();
+    const auto answer = ask(post("card", "content-language: de\r\nContent-Type: image/jpeg\r\n"));
+    EXPECT_EQ(statusOf(answer), "200");
+    EXPECT_EQ(bodyOf(answer), "<cardde/>");
+    EXPECT_NE(answer.find("application/xml"), std::string::npos);
+}
+
+TEST_F(HTTPServerTest, KeepsTheConnectionForTheNextCard) {
+    start();
+    EXPECT_EQ(bodyOf(ask("POST / HTTP/1.1\r\nHost: x\r\nContent-Length: 3\r\n\r\none" + post("two"))).substr(0, 6),
+              "<one/>");
+    const auto both = ask("POST / HTTP/1.1\r\nHost: x\r\nContent-Length: 3\r\n\r\none" + post("two"));
+    EXPECT_NE(both.find("<two/>"), std::string::npos);
+}
+
+TEST_F(HTTPServerTest, TakesAChunkedBody) {
+    start();
+    EXPECT_EQ(bodyOf(ask("POST / HTTP/1.1\r\nHost: x\r\nConnection: close\r\nTransfer-Encoding: "
+                         "chunked\r\n\r\n2\r\nca\r\n2\r\nrd\r\n0\r\n\r\n")),
+              "<card/>");
+}
+
+TEST_F(HTTPServerTest, SaysGoOnToWhoAsks) {
+    start();
+    const auto answer = ask(post("card", "Expect: 100-continue\r\n"));
+    EXPECT_EQ(answer.rfind("HTTP/1.1 100 Continue\r\n\r\n", 0), 0U);
+    EXPECT_NE(answer.find("<card/>"), std::string::npos);
+}
+
+TEST_F(HTTPServerTest, AsksForTheToken) {
+    ServerOptions options;
+    options.token = "sesame";
+    start(options);
+    expectEmpty(ask(post("card")), "401");
+    expectEmpty(ask(post("card", "auth: \r\n")), "401");
+    expectEmpty(ask(post("card", "auth: sesam\r\n")), "401");
+    expectEmpty(ask(post("card", "auth: sesamee\r\n")), "401");
+    EXPECT_EQ(bodyOf(ask(post("card", "auth: sesame\r\n"))), "<card/>");
+    EXPECT_EQ(statusOf(ask("GET /health HTTP/1.1\r\nHost: x\r\nConnection: close\r\n\r\n")), "200");
+    stop();
+    EXPECT_EQ(mLog.find("sesam"), std::string::npos);
+}
+
+TEST_F(HTTPServerTest, RefusesOtherMethodsAndPaths) {
+    start();
+    expectEmpty(ask("GET / HTTP/1.1\r\nHost: x\r\nConnection: close\r\n\r\n"), "405");
+    expectEmpty(ask("PUT / HTTP/1.1\r\nHost: x\r\nConnection: close\r\nContent-Length: 0\r\n\r\n"), "405");
+    expectEmpty(ask("POST /health HTTP/1.1\r\nHost: x\r\nConnection: close\r\nContent-Length: 0\r\n\r\n"), "405");
+    expectEmpty(ask("POST /other HTTP/1.1\r\nHost: x\r\nConnection: close\r\nContent-Length: 0\r\n\r\n"), "404");
+    EXPECT_EQ(bodyOf(ask("POST /?a=b HTTP/1.1\r\nHost: x\r\nConnection: close\r\nContent-Length: 1\r\n\r\nx")), "<x/>");
+}
+
+TEST_F(HTTPServerTest, RefusesTooMuch) {
+    ServerOptions options;
+    options.bodyLimit = 1000;
+    start(options);
+    EXPECT_EQ(statusOf(ask(post(std::string(1000, 'x')))), "200");
+    expectEmpty(ask(post(std::string(1001, 'x'))), "413");
+    expectEmpty(ask(post(std::string(3000000, 'x'))), "413");
+    expectEmpty(ask("POST / HTTP/1.1\r\nHost: x\r\nTransfer-Encoding: chunked\r\n\r\n600\r\n" +
+                    std::string(0x600, 'x') + "\r\n0\r\n\r\n"),
+                "413");
+    expectEmpty(ask("POST / HTTP/1.1\r\nHost: x\r\nContent-Length: 99999999999\r\n\r\n"), "413");
+    expectEmpty(ask("POST / HTTP/1.1\r\nlong: " + std::string(40000, 'x') + "\r\n\r\n"), "431");
+}
+
+TEST_F(HTTPServerTest, AnswersNonsenseWithoutABody) {
+    start();
+    for (const char* request :
+         {"nonsense\r\n\r\n", "POST / HTTP/7.3\r\n\r\n", "POST  /\r\n\r\n",
+          "POST / HTTP/1.1\r\nContent-Length: no\r\n\r\n", "POST / HTTP/1.1\r\nbad header\r\n\r\n"}) {
+        expectEmpty(ask(request), "400");
+    }
+}
+
+TEST_F(HTTPServerTest, SaysThatAPictureIsNone) {
+    start();
+    expectEmpty(ask(post("no")), "422");
+}
+
+TEST_F(HTTPServerTest, GoesOnAfterARecogniserFailed) {
+    start();
+    expectEmpty(ask(post("fail")), "500");
+    EXPECT_EQ(bodyOf(ask(post("card"))), "<card/>");
+}
+
+TEST_F(HTTPServerTest, AnswersHealthWhileAllWorkersAreBusy) {
+    start();
+    Client busy(mServer->port());
+    busy.send(post("wait"));
+    mGate.awaitWaiting(1);
+    EXPECT_EQ(statusOf(ask("GET /health HTTP/1.1\r\nHost: x\r\nConnection: close\r\n\r\n")), "200");
+    const auto head = ask("HEAD /health HTTP/1.1\r\nHost: x\r\nConnection: close\r\n\r\n");
+    expectEmpty(head, "200");
+    mGate.open();
+    EXPECT_EQ(bodyOf(busy.readAll()), "<wait/>");
+}
+
+TEST_F(HTTPServerTest, RefusesWhatDoesNotFitTheWaitingLine) {
+    ServerOptions options;
+    options.places = 0;
+    start(options);
+    Client busy(mServer->port());
+    busy.send(post("wait"));
+    mGate.awaitWaiting(1);
+    const auto refused = ask(post("card"));
+    expectEmpty(refused, "503");
+    EXPECT_NE(refused.find("Retry-After"), std::string::npos);
+    mGate.open();
+    EXPECT_EQ(bodyOf(busy.readAll()), "<wait/>");
+}
+
+TEST_F(HTTPServerTest, WorksOnAsManyAsItHasWorkers) {
+    ServerOptions options;
+    options.workers = 3;
+    start(options);
+    Client first(mServer->port());
+    Client second(mServer->port());
+    first.send(post("wait"));
+    second.send(post("wait"));
+    mGate.awaitWaiting(2);
+    EXPECT_EQ(bodyOf(ask(post("card"))), "<card/>");
+    mGate.open();
+    EXPECT_EQ(bodyOf(first.readAll()), "<wait/>");
+    EXPECT_EQ(bodyOf(second.readAll()), "<wait/>");
+}
+
+TEST_F(HTTPServerTest, CutsOffWhoIsSlow) {
+    ServerOptions options;
+    options.headerTime = std::chrono::milliseconds(50);
+    options.bodyTime = std::chrono::milliseconds(50);
+    start(options);
+    Client silent(mServer->port());
+    EXPECT_EQ(silent.readAll(), "");
+    Client halfHeader(mServer->port());
+    halfHeader.send("POST / HT");
+    EXPECT_EQ(halfHeader.readAll(), "");
+    Client halfBody(mServer->port());
+    halfBody.send("POST / HTTP/1.1\r\nHost: x\r\nContent-Length: 100\r\n\r\nhalf");
+    EXPECT_EQ(halfBody.readAll(), "");
+}
+
+TEST_F(HTTPServerTest, EndsRunningRequestsWhenItStops) {
+    start();
+    Client running(mServer->port());
+    running.send(post("wait"));
+    mGate.awaitWaiting(1);
+    mServer->stop();
+    mServer->stop();
+    mGate.open();
+    EXPECT_EQ(bodyOf(running.readAll()), "<wait/>");
+    mThread.join();
+    EXPECT_TRUE(mEndedInTime);
+    EXPECT_FALSE(Client(mServer->port()).isConnected());
+}
+
+TEST_F(HTTPServerTest, DoesNotWaitForeverWhenItStops) {
+    ServerOptions options;
+    options.stopTime = std::chrono::milliseconds(20);
+    start(options);
+    Client running(mServer->port());
+    running.send(post("wait"));
+    mGate.awaitWaiting(1);
+    mServer->stop();
+    mThread.join();
+    EXPECT_FALSE(mEndedInTime);
+    mGate.open();
+}
+
+TEST_F(HTTPServerTest, ClosesIdleConnectionsWhenItStops) {
+    start();
+    Client idle(mServer->port());
+    idle.send("POST / HTTP/1.1\r\nHost: x\r\nContent-Length: 3\r\n\r\none");
+    mServer->stop();
+    idle.readAll();
+    mThread.join();
+    EXPECT_TRUE(mEndedInTime);
+}
+
+TEST_F(HTTPServerTest, SaysWhyItCannotListen) {
+    start();
+    std::string error;
+    ServerOptions options;
+    options.port = mServer->port();
+    const auto make = [this] { return std::make_unique<StubRecogniser>(mGate); };
+    EXPECT_FALSE(HTTPServer::listen(
+        options, make, [](auto) {}, error));
+    EXPECT_FALSE(error.empty());
+    options.address = "not an address";
+    EXPECT_FALSE(HTTPServer::listen(
+        options, make, [](auto) {}, error));
+}
+
+TEST(TokenTest, ComparesWhole) {
+    EXPECT_TRUE(isSameToken("abc", "abc"));
+    for (const char* other : {"", "ab", "abcd", "abcabc", "abd", "ABC"})
+        EXPECT_FALSE(isSameToken(other, "abc")) << other;
+    EXPECT_FALSE(isSameToken("abc", ""));
+}
+
+}  // namespace
+}  // namespace qv::recognition
