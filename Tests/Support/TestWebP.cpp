@@ -11,7 +11,8 @@ static void appendLittleEndian(qv::Data& data, std::size_t value, int bytes) {
 }
 
 static void appendText(qv::Data& data, std::string_view text) {
-    data.insert(data.end(), text.begin(), text.end());
+    for (const char letter : text)
+        data.push_back(static_cast<std::uint8_t>(letter));
 }
 
 // The extended container: the picture's own chunk follows the header chunk, the EXIF block comes last.
