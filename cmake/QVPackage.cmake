@@ -9,5 +9,7 @@ write_basic_package_version_file("${PROJECT_BINARY_DIR}/QVCardScanConfigVersion.
 install(FILES "${PROJECT_BINARY_DIR}/QVCardScanConfig.cmake" "${PROJECT_BINARY_DIR}/QVCardScanConfigVersion.cmake"
         DESTINATION "${QV_CMAKE_DIR}")
 
+# The libraries may lie deeper than in `lib`: `lib/<architecture>` below /usr.
+file(RELATIVE_PATH QV_PREFIX_FROM_PC "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
 configure_file("${PROJECT_SOURCE_DIR}/cmake/QVCardScan.pc.in" "${PROJECT_BINARY_DIR}/QVCardScan.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/QVCardScan.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
