@@ -146,11 +146,12 @@ std::shared_ptr<QVCardProcessingResponse> QVCardProcessingPipeline::responseFrom
 
 std::shared_ptr<QVVeltoContact> QVCardProcessingPipeline::contactOfHost() const {
     const auto dataSource = mOperation.contactNoteDataSource();
-    if (!dataSource || !dataSource->implementsContactMatchingFullName()) return nullptr;
+    if (!dataSource) return nullptr;
     const QVString fullName = mCard ? mCard->fullName() : std::nullopt;
     const QVString email = firstOf(mCard ? mCard->emails() : nullptr);
     // A host's failure costs the match, not the card: the note is still made from what was read.
     try {
+        if (!dataSource->implementsContactMatchingFullName()) return nullptr;
         return dataSource->contactMatchingFullName(fullName, /*firstName=*/std::nullopt, /*lastName=*/std::nullopt,
                                                    email, /*phone=*/std::nullopt);
     } catch (const std::exception& failure) {
