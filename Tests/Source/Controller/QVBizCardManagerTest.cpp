@@ -10,6 +10,10 @@
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <map>
+#include <mutex>
 #include <stdexcept>
 #include <thread>
 
@@ -64,11 +68,9 @@ class HoldingServer {
   public:
     HoldingServer() {
         mServer.handle([this](ScriptedConnection& connection, const ScriptedRequest& request) {
-            const int now = ++mHeld;
-            for (int most = mMost; now > most && !mMost.compare_exchange_weak(most, now);) {
-            }
+            arrive();
             gate(request.header("auth").value_or("")).wait();
-            --mHeld;
+            leave();
             connection.write(scans::answer({scans::kName, scans::kTitle, scans::kEmail}));
         });
     }
@@ -84,8 +86,15 @@ class HoldingServer {
         for (auto& [token, held] : mGates)
             held.open();
     }
-    bool waitForRequests(std::size_t count) const { return mServer.waitForRequests(count); }
-    int mostAtOnce() const { return mMost; }
+    /// Waits until so many requests were held at some time; says whether they were (a broken test ends after a minute).
+    bool waitForRequests(std::size_t count) {
+        std::unique_lock lock(mMutex);
+        return mArrival.wait_for(lock, std::chrono::seconds(60), [&] { return mArrived >= count; });
+    }
+    int mostAtOnce() {
+        const std::lock_guard lock(mMutex);
+        return mMost;
+    }
 
     std::vector<std::string> tokens() const {
         std::vector<std::string> tokens;
@@ -95,6 +104,16 @@ class HoldingServer {
     }
 
   private:
+    void arrive() {
+        const std::lock_guard lock(mMutex);
+        ++mArrived;
+        mMost = std::max(mMost, ++mHeld);
+        mArrival.notify_all();
+    }
+    void leave() {
+        const std::lock_guard lock(mMutex);
+        --mHeld;
+    }
     Gate& gate(const std::string& token) {
         const std::lock_guard lock(mMutex);
         Gate& gate = mGates[token];
@@ -103,10 +122,12 @@ class HoldingServer {
     }
 
     std::mutex mMutex;
+    std::condition_variable mArrival;
     std::map<std::string, Gate> mGates;
     bool mAllGo = false;
-    std::atomic<int> mHeld{0};
-    std::atomic<int> mMost{0};
+    std::size_t mArrived = 0;
+    int mHeld = 0;
+    int mMost = 0;
     ScriptedServer mServer;
 };
 
