@@ -2,6 +2,7 @@
 
 #include "QVPlatform/Image.h"
 #include "QVPlatform/OrderedSet.h"
+#include "QVSocialSearch/QVSocialSearchTypes.h"
 
 #include <memory>
 #include <optional>
@@ -11,9 +12,6 @@
 class QVBusinessCardField;
 class QVVeltoContactField;
 
-/// A string that may be absent (UTF-8). Absent is not empty.
-using QVString = std::optional<std::string>;
-
 /// Collections that are shared by reference; null when absent. Not synchronised.
 using QVStringArray = std::shared_ptr<std::vector<std::string>>;
 using QVImageArray = std::shared_ptr<std::vector<std::shared_ptr<qv::Image>>>;
@@ -21,4 +19,3 @@ using QVImageSet = std::shared_ptr<qv::OrderedSet<std::shared_ptr<qv::Image>>>;
 using QVFieldArray = std::shared_ptr<std::vector<std::shared_ptr<QVBusinessCardField>>>;
 using QVContactFieldArray = std::shared_ptr<std::vector<std::shared_ptr<QVVeltoContactField>>>;
 using QVContactFieldSet = std::shared_ptr<qv::OrderedSet<std::shared_ptr<QVVeltoContactField>>>;
-using QVHandleSet = std::shared_ptr<qv::OrderedSet<std::string>>;

@@ -1,0 +1,3 @@
+#include "QVSocialSearch/QVAddressBook.h"
+
+QVAddressBook::~QVAddressBook() = default;
