@@ -58,11 +58,11 @@ void QVBizCardManager::cleanUpOperationQueue() {
 }
 
 void QVBizCardManager::addRequest(std::shared_ptr<QVCardProcessingRequest> request, Completion completion) {
+    if (!canWeAddRequestToQueue(request)) return;
     if (!completion) {
         assertCompletionIsThere();
         return;
     }
-    if (!canWeAddRequestToQueue(request)) return;
     const auto url = qv::URL::URLWithString(serverURL().value_or(""));
     const auto operation = QVCardProcessingOperation::initWithRequest(std::move(request), url);
     operation->setContactNoteDataSource(contactNoteDataSource());

@@ -31,7 +31,9 @@ class QV_EXPORT QVBizCardManager : public qv::Object {
     QVBizCardManager();
     ~QVBizCardManager() override;
 
+    /// `setupOperationQueue` Makes the queue, for three operations at once, and sets the search time-out to 4 seconds.
     void setupOperationQueue();
+    /// `cleanUpOperationQueue` Cancels what waits or runs and lets the queue go; without one, requests are not run.
     void cleanUpOperationQueue();
 
     /// `addRequest:completion:` Queues one card. A request that is refused (see `canWeAddRequestToQueue`) is logged and
