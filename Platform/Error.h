@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Export.h"
+
 #include <any>
 #include <map>
 #include <string>
@@ -12,7 +14,7 @@ using Dictionary = std::map<std::string, std::any>;
 
 /// A failure as a value: who says it (`domain`), what (`code`), and whatever else is known (`userInfo`).
 /// A plain value; copies are independent.
-struct Error {
+struct QV_EXPORT Error {
     std::string domain;
     long code = 0;
     Dictionary userInfo;
