@@ -20,16 +20,22 @@ class QVBizCardBuilder : public qv::XMLParserDelegate {
     /// The failure that ended the document; nothing when there was none.
     const std::optional<qv::Error>& error() const { return mError; }
 
+    /// `parser:didStartElement:namespaceURI:qualifiedName:attributes:`
     void didStartElement(const std::string& elementName, const std::map<std::string, std::string>& attributes) override;
+    /// `parser:didEndElement:namespaceURI:qualifiedName:`
     void didEndElement(const std::string& elementName) override;
+    /// `parser:foundCharacters:`
     void foundCharacters(std::string_view string) override;
+    /// `parser:parseErrorOccurred:`
     void parseErrorOccurred(const qv::Error& parseError) override;
 
   private:
+    /// `prepareCardWithAttributeDict:` A new card; one before it is dropped.
     void prepareCardWithAttributeDict(const std::map<std::string, std::string>& attributes);
     void prepareCardField();
     void addCardField(const std::map<std::string, std::string>& attributes);
     void readWeight(const std::map<std::string, std::string>& attributes);
+    /// `finishCard` The card has the fields that were collected up to now.
     void finishCard();
     void finishCardField();
 
