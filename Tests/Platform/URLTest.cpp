@@ -45,7 +45,7 @@ INSTANTIATE_TEST_SUITE_P(
                     GoodRow{"FutureAddress", "http://[v1f.a:b]/", "http", "v1f.a:b"},
                     GoodRow{"Mail", "mailto:John.Doe@example.com", "mailto", ""},
                     GoodRow{"Telephone", "tel:+1-816-555-1212", "tel", ""},
-                    GoodRow{"Name", "urn:oasis:names:specification:docbook:dtd:xml:4.1.2", "urn", ""},
+                    GoodRow{"Name", "urn:oasis:names:docbook:dtd:xml:4.1.2", "urn", ""},
                     GoodRow{"SchemeSigns", "a+b-c.1:x", "a+b-c.1", ""},
                     GoodRow{"File", "file:///etc/hosts", "file", ""}, GoodRow{"SchemeOnly", "http:", "http", ""},
                     GoodRow{"RelativePath", "a/b", "", ""}, GoodRow{"AbsolutePath", "/a/b:c", "", ""},
