@@ -6,7 +6,7 @@ namespace qv {
 
 namespace {
 
-constexpr std::size_t kLargestHeaders = 256U * 1024;
+constexpr std::size_t kLargestHeaders = std::size_t{256} * 1024;
 
 std::string_view trim(std::string_view text) {
     constexpr std::string_view kBlank = " \t\r\n";

@@ -6,7 +6,7 @@
 namespace qvhost {
 namespace {
 
-constexpr std::size_t kMaximumPictureSize = 256U * 1024 * 1024;
+constexpr std::size_t kMaximumPictureSize = std::size_t{256} * 1024 * 1024;
 
 /// A sound header may be followed by pixels that are not; only drawing finds out. Drawn small, it costs little.
 bool canBeDrawn(const std::shared_ptr<qv::Image>& image) {

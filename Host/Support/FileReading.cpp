@@ -13,7 +13,7 @@
 namespace qvhost {
 namespace {
 
-constexpr std::size_t kMebibyte = 1024 * 1024;
+constexpr std::size_t kMebibyte = std::size_t{1024} * 1024;
 constexpr std::size_t kMaximumResultSize = 16 * kMebibyte;
 
 std::string nameOf(const std::filesystem::path& file, bool isInput) {
@@ -32,7 +32,7 @@ Failure tooLarge(const std::string& name, std::size_t limit) {
 
 /// 0, or the system's error number. Stops one byte past the limit.
 int readUpTo(int file, std::size_t limit, qv::Data& data) {
-    constexpr std::size_t kStep = 256 * 1024;
+    constexpr std::size_t kStep = kMebibyte / 4;
     while (data.size() <= limit) {
         const std::size_t size = data.size();
         const std::size_t step = std::min(kStep, limit + 1 - size);

@@ -24,7 +24,7 @@ std::string hex(std::span<const std::uint8_t> bytes, const char* format) {
     std::string text;
     char digits[3];
     for (const std::uint8_t byte : bytes) {
-        std::snprintf(digits, sizeof digits, format, static_cast<unsigned>(byte));
+        (void)std::snprintf(digits, sizeof digits, format, static_cast<unsigned>(byte));
         text += digits;
     }
     return text;

@@ -23,7 +23,7 @@ std::string statusLine;
 }  // namespace
 
 void prepare() {
-    std::signal(SIGPIPE, SIG_IGN);
+    (void)std::signal(SIGPIPE, SIG_IGN);
     // Open for reading only: what is written to a stream that was closed still fails.
     while (true) {
         const int number = ::open("/dev/null", O_RDONLY);

@@ -33,8 +33,8 @@ void appendEscape(std::string& text, UChar32 character) {
     } else if (character == '\t') {
         text += "\\t";
     } else {
-        std::snprintf(escape, sizeof escape, character < 0x100 ? "\\x%02x" : "\\u%04x",
-                      static_cast<unsigned>(character));
+        (void)std::snprintf(escape, sizeof escape, character < 0x100 ? "\\x%02x" : "\\u%04x",
+                            static_cast<unsigned>(character));
         text += escape;
     }
 }

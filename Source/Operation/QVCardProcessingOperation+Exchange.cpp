@@ -61,7 +61,7 @@ QVString QVCardProcessingOperation::sendCardSynchronouslyWithData(const std::opt
     const auto request = mRequest.load();
     const auto answer = qv::HTTPClient::sendSynchronousRequest(
         requestToRecognise(*mServerURL, request ? request->recoLanguage() : std::nullopt, auth, data));
-    const QVString text = answer.body ? qv::Text::stringFromUTF8(*answer.body) : std::nullopt;
+    QVString text = answer.body ? qv::Text::stringFromUTF8(*answer.body) : std::nullopt;
     if (answer.error) {
         store(error, connectionFailed(*answer.error));
         return text;
@@ -80,7 +80,7 @@ std::shared_ptr<QVBusinessCard> QVCardProcessingOperation::performCardScanSynchr
     // The slot starts empty, and the parser fills only a slot that holds an error: a malformed answer reports nothing
     // and yields the card as far as it was read.
     std::optional<qv::Error> parseError;
-    const auto card = QVBizCardParser().parse(text, &parseError);
+    auto card = QVBizCardParser().parse(text, &parseError);
     if (sendError) list->push_back(*sendError);
     if (parseError) list->push_back(*parseError);
     errors = list;

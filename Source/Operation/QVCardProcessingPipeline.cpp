@@ -74,7 +74,7 @@ void QVCardProcessingPipeline::passImagesThroughHook() {
 std::shared_ptr<QVBusinessCard> QVCardProcessingPipeline::scan(const std::shared_ptr<qv::Image>& image,
                                                                QVString& rawResult) {
     QVErrorArray errors;
-    const auto card = mOperation.performCardScanSynchronouslyFromImage(image, mToken, errors, rawResult);
+    auto card = mOperation.performCardScanSynchronouslyFromImage(image, mToken, errors, rawResult);
     mErrors->insert(mErrors->end(), errors->begin(), errors->end());
     return card;
 }
