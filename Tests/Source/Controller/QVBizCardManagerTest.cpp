@@ -22,6 +22,7 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Pointee;
 using testsupport::CapturedLog;
 using testsupport::Gate;
 using testsupport::ScriptedConnection;
@@ -418,7 +419,7 @@ TEST_F(QVBizCardManagerTest, CompletesOnceInTheBackground) {
     ASSERT_TRUE(outcome->response);
     EXPECT_EQ(outcome->response->originalNoteUUID(), "a");
     EXPECT_EQ(outcome->response->contactName(), "Jordan Example");
-    EXPECT_THAT(*outcome->response->errors(), IsEmpty());
+    EXPECT_THAT(outcome->response->errors(), Pointee(IsEmpty()));
     EXPECT_EQ(mLog.count(completed("a")), 1U);
     EXPECT_EQ(mLog.count(cancelled("a")), 0U);
 }
@@ -502,7 +503,7 @@ TEST_F(QVBizCardManagerTest, TakesTheServerOfTheMomentTheRequestIsAdded) {
     mManager->setServerURL(std::nullopt);
     mServer.letAllGo();
     expectCompleted(waiting);
-    EXPECT_THAT(*waiting->response->errors(), IsEmpty());
+    EXPECT_THAT(waiting->response->errors(), Pointee(IsEmpty()));
 }
 
 TEST_F(QVBizCardManagerTest, CompletesWithNothingWithoutAToken) {

@@ -23,6 +23,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Pair;
+using testing::Pointee;
 using testsupport::CapturedLog;
 using testsupport::ScriptedServer;
 
@@ -120,9 +121,9 @@ TEST_F(QVCardProcessingPipelineTest, AsksOnceForOneImage) {
     EXPECT_THAT(sides(), ElementsAre("front"));
     EXPECT_EQ(response->originalNoteUUID(), "note-1");
     EXPECT_EQ(response->contactName(), "Jordan Example");
-    EXPECT_THAT(*response->contactEmails(), ElementsAre("jordan@example.com"));
-    EXPECT_THAT(*response->contactPhones(), ElementsAre("+1 202 555 0142"));
-    EXPECT_THAT(*response->errors(), IsEmpty());
+    EXPECT_THAT(response->contactEmails(), Pointee(ElementsAre("jordan@example.com")));
+    EXPECT_THAT(response->contactPhones(), Pointee(ElementsAre("+1 202 555 0142")));
+    EXPECT_THAT(response->errors(), Pointee(IsEmpty()));
     EXPECT_EQ(response->imageRotationMap(), nullptr);
     EXPECT_EQ(response->cardImages(), mRequest->cardImages());
     EXPECT_EQ(response->rawResultForFirstCard(), scans::result({kName, kTitle, kEmail, kPhone}));
@@ -134,7 +135,7 @@ TEST_F(QVCardProcessingPipelineTest, AsksOnceWhenTheOnlyImageIsPoor) {
     mRequest->setCardImages(scans::pictures({mFront}));
     const auto response = run({scans::answer({})});
     EXPECT_EQ(response->rawResultForSecondCard(), std::nullopt);
-    EXPECT_THAT(*response->errors(), IsEmpty());
+    EXPECT_THAT(response->errors(), Pointee(IsEmpty()));
 }
 
 TEST_F(QVCardProcessingPipelineTest, LeavesTheBackWhenTheFrontIsGoodEnough) {
@@ -156,7 +157,7 @@ TEST_P(APoorFront, HasItsBackScanned) {
     const auto response = run({GetParam().answer, scans::answer({kPhone})});
     EXPECT_THAT(sides(), ElementsAre("front", "back"));
     EXPECT_EQ(response->rawResultForSecondCard(), scans::result({kPhone}));
-    EXPECT_THAT(*response->contactPhones(), ElementsAre("+1 202 555 0142"));
+    EXPECT_THAT(response->contactPhones(), Pointee(ElementsAre("+1 202 555 0142")));
 }
 
 INSTANTIATE_TEST_SUITE_P(Fronts, APoorFront,
@@ -214,26 +215,26 @@ TEST_F(QVCardProcessingPipelineTest, ScansARequestWithoutImages) {
 
 TEST_F(QVCardProcessingPipelineTest, PutsTheBackFirstWhenItScoresHigher) {
     const auto response = run({scans::answer({kPhone}), scans::answer({kName, {"TITLE", "Head", 180}})});
-    EXPECT_THAT(*mRequest->imageHashes(), ElementsAre("back-hash", "front-hash"));
-    EXPECT_THAT(*response->contact()->resourceHashes(), ElementsAre("back-hash", "front-hash"));
-    EXPECT_THAT(*response->cardImages(), ElementsAre(mFront, mBack));
-    EXPECT_THAT(*response->imageRotationMap(), ElementsAre(Pair("back-hash", 180)));
+    EXPECT_THAT(mRequest->imageHashes(), Pointee(ElementsAre("back-hash", "front-hash")));
+    EXPECT_THAT(response->contact()->resourceHashes(), Pointee(ElementsAre("back-hash", "front-hash")));
+    EXPECT_THAT(response->cardImages(), Pointee(ElementsAre(mFront, mBack)));
+    EXPECT_THAT(response->imageRotationMap(), Pointee(ElementsAre(Pair("back-hash", 180))));
     EXPECT_EQ(response->contactName(), "Jordan Example");
-    EXPECT_THAT(*response->contactPhones(), ElementsAre("+1 202 555 0142"));
+    EXPECT_THAT(response->contactPhones(), Pointee(ElementsAre("+1 202 555 0142")));
     EXPECT_EQ(response->rawResultForFirstCard(), scans::result({kPhone}));
     EXPECT_EQ(response->rawResultForSecondCard(), scans::result({kName, {"TITLE", "Head", 180}}));
 }
 
 TEST_F(QVCardProcessingPipelineTest, LeavesTheHostsListOfHashesAlone) {
     run({scans::answer({}), scans::answer({kName})});
-    EXPECT_THAT(*mHashes, ElementsAre("front-hash", "back-hash"));
+    EXPECT_THAT(mHashes, Pointee(ElementsAre("front-hash", "back-hash")));
     EXPECT_NE(mRequest->imageHashes(), mHashes);
 }
 
 TEST_F(QVCardProcessingPipelineTest, MovesOnlyTheFirstTwoHashes) {
     mRequest->setImageHashes(scans::strings({"a", "b", "c", "d"}));
     run({scans::answer({}), scans::answer({kName})});
-    EXPECT_THAT(*mRequest->imageHashes(), ElementsAre("b", "a", "c", "d"));
+    EXPECT_THAT(mRequest->imageHashes(), Pointee(ElementsAre("b", "a", "c", "d")));
 }
 
 TEST_F(QVCardProcessingPipelineTest, KeepsTheImagesInOrderOnTheCardWhenTheBackWins) {
@@ -254,7 +255,7 @@ TEST_F(QVCardProcessingPipelineTest, KeepsTheFrontOnATie) {
                                scans::answer({{"NAME", "Somebody Else", 180}, {"NAME", "Jordan Example", 180}})});
     EXPECT_EQ(mRequest->imageHashes(), mHashes);
     EXPECT_EQ(response->contactName(), "Jordan Example");
-    EXPECT_THAT(*response->imageRotationMap(), ElementsAre(Pair("front-hash", 90)));
+    EXPECT_THAT(response->imageRotationMap(), Pointee(ElementsAre(Pair("front-hash", 90))));
     ASSERT_EQ(response->card()->fields()->size(), 2U);
     EXPECT_EQ((*response->card()->fields())[0]->text(), "Jordan Example");
     EXPECT_EQ((*response->card()->fields())[1]->text(), "Somebody Else");
@@ -264,7 +265,7 @@ TEST_F(QVCardProcessingPipelineTest, KeepsTheFrontWhenItScoresHigher) {
     const auto response = run({scans::answer({kName, kTitle}), scans::answer({{"NAME", "Other"}, kEmail})});
     EXPECT_EQ(mRequest->imageHashes(), mHashes);
     EXPECT_EQ(response->contactName(), "Jordan Example");
-    EXPECT_THAT(*response->contactEmails(), ElementsAre("jordan@example.com"));
+    EXPECT_THAT(response->contactEmails(), Pointee(ElementsAre("jordan@example.com")));
 }
 
 TEST_F(QVCardProcessingPipelineTest, KeepsTheFrontWhenTheBackHasNoCard) {
@@ -278,9 +279,9 @@ TEST_F(QVCardProcessingPipelineTest, KeepsTheFrontWhenTheBackHasNoCard) {
 
 TEST_F(QVCardProcessingPipelineTest, GivesTheBacksFieldsForAFrontWithoutACard) {
     const auto response = run({kNoCard, scans::answer({{"NAME", "Jordan Example", 90}, kTitle, {"FAX", "5", 90}})});
-    EXPECT_THAT(*mRequest->imageHashes(), ElementsAre("back-hash", "front-hash"));
+    EXPECT_THAT(mRequest->imageHashes(), Pointee(ElementsAre("back-hash", "front-hash")));
     EXPECT_EQ(response->contactName(), "Jordan Example");
-    EXPECT_THAT(*response->imageRotationMap(), ElementsAre(Pair("back-hash", 90)));
+    EXPECT_THAT(response->imageRotationMap(), Pointee(ElementsAre(Pair("back-hash", 90))));
     EXPECT_TRUE(response->contact());
 }
 
@@ -289,8 +290,8 @@ TEST_F(QVCardProcessingPipelineTest, GivesTheBacksFieldsForAFrontWithoutACardOnA
     const auto response = run({kNoCard, scans::answer({kEmail, {"PHONE", "+1 202 555 0142", 90}})});
     EXPECT_EQ(mRequest->imageHashes(), mHashes);
     EXPECT_EQ(response->contactName(), std::nullopt);
-    EXPECT_THAT(*response->contactEmails(), ElementsAre("jordan@example.com"));
-    EXPECT_THAT(*response->contactPhones(), ElementsAre("+1 202 555 0142"));
+    EXPECT_THAT(response->contactEmails(), Pointee(ElementsAre("jordan@example.com")));
+    EXPECT_THAT(response->contactPhones(), Pointee(ElementsAre("+1 202 555 0142")));
     // A tie keeps the front, whose rotation is that of no card.
     EXPECT_EQ(response->imageRotationMap(), nullptr);
     ASSERT_TRUE(response->card());
@@ -312,7 +313,7 @@ TEST_F(QVCardProcessingPipelineTest, MakesANoteWithoutAnyCard) {
     ASSERT_TRUE(response->contact());
     EXPECT_EQ(response->contact()->fullName(), std::nullopt);
     EXPECT_TRUE(response->contact()->emailFields()->empty());
-    EXPECT_THAT(*response->contact()->resourceHashes(), ElementsAre("front-hash", "back-hash"));
+    EXPECT_THAT(response->contact()->resourceHashes(), Pointee(ElementsAre("front-hash", "back-hash")));
     ASSERT_TRUE(response->qvmlContent());
     EXPECT_THAT(*response->qvmlContent(), HasSubstr("front-hash"));
     EXPECT_THAT(log(), testing::Contains("<Debug> Card reco result: (null)"));
@@ -323,7 +324,7 @@ TEST_F(QVCardProcessingPipelineTest, HasNoCardToGiveWithoutAnyCard) {
     const auto response = run({kNoCard, kNoCard});
     EXPECT_EQ(response->card(), nullptr);
     EXPECT_EQ(response->contact(), nullptr);
-    EXPECT_THAT(*response->errors(), IsEmpty());
+    EXPECT_THAT(response->errors(), Pointee(IsEmpty()));
 }
 
 // Rotation.
@@ -362,21 +363,21 @@ INSTANTIATE_TEST_SUITE_P(Rotations, TheRotationOfAFront,
 
 TEST_F(QVCardProcessingPipelineTest, TakesTheRotationOfTheFrontBeforeTheMerge) {
     const auto response = run({scans::answer({{"NAME", "Jordan", 90}}), scans::answer({{"PHONE", "5", 270}})});
-    EXPECT_THAT(*response->imageRotationMap(), ElementsAre(Pair("front-hash", 90)));
+    EXPECT_THAT(response->imageRotationMap(), Pointee(ElementsAre(Pair("front-hash", 90))));
 }
 
 TEST_F(QVCardProcessingPipelineTest, TakesTheRotationOfTheBackBeforeTheMerge) {
     const auto response = run({scans::answer({{"PHONE", "5", 90}}), scans::answer({kName})});
-    EXPECT_THAT(*mRequest->imageHashes(), ElementsAre("back-hash", "front-hash"));
+    EXPECT_THAT(mRequest->imageHashes(), Pointee(ElementsAre("back-hash", "front-hash")));
     EXPECT_EQ(response->imageRotationMap(), nullptr);
 }
 
 TEST_F(QVCardProcessingPipelineTest, KeysTheBacksRotationByTheOnlyHash) {
     mRequest->setImageHashes(scans::strings({"only"}));
     const auto response = run({scans::answer({}), scans::answer({{"NAME", "Jordan", 90}})});
-    EXPECT_THAT(*mRequest->imageHashes(), ElementsAre("only"));
-    EXPECT_THAT(*response->imageRotationMap(), ElementsAre(Pair("only", 90)));
-    EXPECT_THAT(*response->contact()->resourceHashes(), ElementsAre("only"));
+    EXPECT_THAT(mRequest->imageHashes(), Pointee(ElementsAre("only")));
+    EXPECT_THAT(response->imageRotationMap(), Pointee(ElementsAre(Pair("only", 90))));
+    EXPECT_THAT(response->contact()->resourceHashes(), Pointee(ElementsAre("only")));
 }
 
 TEST_F(QVCardProcessingPipelineTest, ManagesWithoutHashesWhenTheBackWins) {
@@ -414,7 +415,7 @@ TEST_F(QVCardProcessingPipelineTest, HoldsContactAndNoteOtherwise) {
     ASSERT_TRUE(response->contact());
     EXPECT_EQ(response->contact()->fullName(), "Jordan Example");
     EXPECT_EQ(response->contact()->jobTitle(), "Head");
-    EXPECT_THAT(*response->contact()->resourceHashes(), ElementsAre("front-hash", "back-hash"));
+    EXPECT_THAT(response->contact()->resourceHashes(), Pointee(ElementsAre("front-hash", "back-hash")));
     EXPECT_EQ(response->avatars(), nullptr);
     ASSERT_TRUE(response->qvmlContent());
     for (const char* text : {"Jordan Example", "Head", "jordan@example.com", "front-hash", "back-hash"})
@@ -426,7 +427,7 @@ TEST_F(QVCardProcessingPipelineTest, HoldsAContactWithoutANoteWhenTheTemplateIsM
     const auto response = run({scans::answer({kName, kTitle, kEmail})});
     EXPECT_TRUE(response->contact());
     EXPECT_EQ(response->qvmlContent(), std::nullopt);
-    EXPECT_THAT(*response->errors(), IsEmpty());
+    EXPECT_THAT(response->errors(), Pointee(IsEmpty()));
 }
 
 TEST_F(QVCardProcessingPipelineTest, CollectsErrorsInTheirOrder) {
@@ -461,7 +462,7 @@ TEST_F(QVCardProcessingPipelineTest, KeepsTheFrontAfterAnErrorOfTheBack) {
 TEST_F(QVCardProcessingPipelineTest, ReportsNoErrorForMalformedAnswers) {
     const auto response = run(
         {ScriptedServer::answer(200, "<recoIndex><item"), ScriptedServer::answer(500, scans::result({kName}) + "<")});
-    EXPECT_THAT(*response->errors(), IsEmpty());
+    EXPECT_THAT(response->errors(), Pointee(IsEmpty()));
     EXPECT_EQ(response->contactName(), "Jordan Example");
     EXPECT_EQ(response->rawResultForFirstCard(), "<recoIndex><item");
 }
@@ -519,7 +520,7 @@ TEST_F(QVCardProcessingPipelineTest, MergesTheHostsContact) {
     EXPECT_EQ(contact->fullName(), "Jordan Example");
     EXPECT_EQ(contact->jobTitle(), "Head");
     EXPECT_EQ(contact->company(), "Example Ltd.");
-    EXPECT_THAT(*contact->resourceHashes(), ElementsAre("front-hash", "back-hash"));
+    EXPECT_THAT(contact->resourceHashes(), Pointee(ElementsAre("front-hash", "back-hash")));
     EXPECT_EQ(mLog.count("<INFO> Merged Contact:\n" + contact->description()), 1U);
     EXPECT_THAT(*response->qvmlContent(), HasSubstr("Example Ltd."));
     EXPECT_EQ(match->fullName(), "J. Example");
@@ -532,7 +533,7 @@ TEST_F(QVCardProcessingPipelineTest, HandsOutTheAvatarOfTheHostsContact) {
     mDataSource = dataSourceWith([&] { return match; });
     const auto response = run({scans::answer({kName, kTitle, kEmail})});
     ASSERT_TRUE(response->avatars());
-    EXPECT_THAT(*response->avatars(), ElementsAre(avatar));
+    EXPECT_THAT(response->avatars(), Pointee(ElementsAre(avatar)));
     EXPECT_EQ(response->contact()->avatar(), avatar);
 }
 
@@ -542,7 +543,7 @@ TEST_F(QVCardProcessingPipelineTest, MakesTheNoteAlsoWhenTheDataSourceFails) {
     EXPECT_TRUE(mLog.contains("<ERROR> The contact data source failed: no database"));
     EXPECT_EQ(response->contact()->fullName(), "Jordan Example");
     EXPECT_TRUE(response->qvmlContent());
-    EXPECT_THAT(*response->errors(), IsEmpty());
+    EXPECT_THAT(response->errors(), Pointee(IsEmpty()));
 }
 
 TEST_F(QVCardProcessingPipelineTest, MakesTheNoteWhateverTheDataSourceThrows) {
