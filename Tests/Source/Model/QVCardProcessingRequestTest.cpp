@@ -139,10 +139,12 @@ TEST(QVCardProcessingRequest, IsForSeveralThreads) {
                                                   /*processImageForOCR=*/false);
     std::atomic<int> torn{0};
     const auto write = [&](char letter) {
+        const QVString present = std::string(100, letter);
+        const QVString absent;
         for (int i = 0; i < 1000; ++i) {
             const std::string text(100, letter);
             request->setNoteUUID(text);
-            request->setAuthToken(i % 2 ? QVString(text) : std::nullopt);
+            request->setAuthToken(i % 2 ? present : absent);
             request->setRecoLanguage(text);
             request->setImageHashes(strings({text, text}));
             request->setCardImages(i % 2 ? oneImage() : nullptr);

@@ -131,11 +131,13 @@ TEST(QVCardProcessingResponse, IsForSeveralThreads) {
     QVCardProcessingResponse response;
     std::atomic<int> torn{0};
     const auto write = [&](char letter) {
+        const QVString present = std::string(100, letter);
+        const QVString absent;
         for (int i = 0; i < 1000; ++i) {
             const std::string text(100, letter);
             response.setQvmlContent(text);
             response.setRawResultForFirstCard(text);
-            response.setRawResultForSecondCard(i % 2 ? QVString(text) : std::nullopt);
+            response.setRawResultForSecondCard(i % 2 ? present : absent);
             response.setContact(i % 2 ? std::make_shared<QVVeltoContact>() : nullptr);
             response.setCard(std::make_shared<QVBusinessCard>());
             response.setAvatars(nullptr);

@@ -1,8 +1,7 @@
 #include "QVCardScan/QVCardProcessingOperation.h"
 #include "QVPlatform/HTTPClient.h"
 #include "QVPlatform/OperationQueue.h"
-#include "ScanFixtures.h"
-#include "Support/CapturedLog.h"
+#include "ServerExchangeFixtures.h"
 #include "Support/Gate.h"
 
 #include <gmock/gmock.h>
@@ -12,209 +11,13 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::Pair;
 using testing::Pointee;
-using testsupport::CapturedLog;
 using testsupport::ScriptedConnection;
 using testsupport::ScriptedRequest;
 using testsupport::ScriptedServer;
 
-constexpr const char* kToken = "a token that nobody else may see";
-
-struct Scan {
-    std::shared_ptr<QVBusinessCard> card;
-    QVErrorArray errors;
-    QVString rawResult;
-};
-
-/// One image, scanned by an operation with a request that lacks nothing.
-class QVCardServerExchangeTest : public testing::Test {
-  protected:
-    std::shared_ptr<QVCardProcessingOperation> operationAt(const std::string& url) {
-        return scans::operationFor(mRequest, url);
-    }
-
-    Scan scanAt(const std::string& url, QVString rawResult = std::nullopt) {
-        Scan scan{.card = nullptr, .errors = nullptr, .rawResult = std::move(rawResult)};
-        scan.card = operationAt(url)->performCardScanSynchronouslyFromImage(mImage, mRequest->authToken(), scan.errors,
-                                                                            scan.rawResult);
-        return scan;
-    }
-    Scan scan() { return scanAt(mServer.url()); }
-
-    /// Error 2 with a transport error of the platform, and nothing else.
-    static void expectConnectionFailed(const Scan& scan) {
-        ASSERT_TRUE(scan.errors);
-        ASSERT_THAT(scans::codesOf(scan.errors), ElementsAre(2));
-        const qv::Error underlying = scans::underlyingErrorOf(scan.errors->front());
-        EXPECT_EQ(underlying.domain, qv::kURLErrorDomain);
-        EXPECT_NE(underlying.code, 0);
-        EXPECT_EQ(scan.card, nullptr);
-        EXPECT_EQ(scan.rawResult, std::nullopt);
-    }
-
-    /// Error 3 with nothing attached, and nothing else.
-    static void expectUnreadable(const Scan& scan) {
-        ASSERT_TRUE(scan.errors);
-        ASSERT_THAT(scans::codesOf(scan.errors), ElementsAre(3));
-        EXPECT_TRUE(scan.errors->front().userInfo.empty());
-        EXPECT_EQ(scan.card, nullptr);
-        EXPECT_EQ(scan.rawResult, std::nullopt);
-    }
-
-    CapturedLog mLog;
-    ScriptedServer mServer;
-    std::shared_ptr<qv::Image> mImage = scans::picture();
-    std::shared_ptr<QVCardProcessingRequest> mRequest = scans::request("note", kToken);
-};
-
-using TheRequest = QVCardServerExchangeTest;
-
-TEST_F(TheRequest, IsExactlyThis) {
-    mServer.respond(scans::answer({scans::kName}));
-    scanAt(mServer.url("/recognise"));
-    ASSERT_EQ(mServer.requests().size(), 1U);
-    const ScriptedRequest received = mServer.requests()[0];
-    EXPECT_EQ(received.method, "POST");
-    EXPECT_EQ(received.target, "/recognise");
-    EXPECT_THAT(received.headers,
-                ElementsAre(Pair("Host", "127.0.0.1:" + std::to_string(mServer.port())), Pair("Accept", "*/*"),
-                            Pair("content-language", "en"), Pair("Content-Type", "image/jpeg"), Pair("auth", kToken),
-                            Pair("Content-Length", std::to_string(received.body.size()))));
-}
-
-TEST_F(TheRequest, CarriesThePreparedPictureByteForByte) {
-    mServer.respond(scans::answer({scans::kName}));
-    mImage = qv::Image::initWithData(testsupport::makePNG(testsupport::photograph(300, 100)));
-    scan();
-    const auto expected = operationAt(mServer.url())->compressedCardImageDataFromNSImage(mImage);
-    ASSERT_TRUE(expected);
-    ASSERT_EQ(mServer.requests().size(), 1U);
-    const std::string body = mServer.requests()[0].body;
-    EXPECT_TRUE(qv::Data(body.begin(), body.end()) == *expected);
-    EXPECT_EQ(testsupport::factsOfJPEG({body.begin(), body.end()}).width, 1024);
-}
-
-TEST_F(TheRequest, CarriesAnyBytesAsTheyAre) {
-    mServer.respond(scans::answer({scans::kName}));
-    std::string bytes;
-    for (int i = 0; i < 1024; ++i)
-        bytes += static_cast<char>(i * 7);
-    bytes += "\r\n--boundary\r\n";
-    operationAt(mServer.url())->sendCardSynchronouslyWithData(qv::Data(bytes.begin(), bytes.end()), kToken, nullptr);
-    EXPECT_EQ(mServer.requests().at(0).body, bytes);
-}
-
-TEST_F(TheRequest, HasNoBodyWithoutAUsableImage) {
-    mServer.respond(scans::answer({scans::kName}));
-    for (const auto& image : {std::shared_ptr<qv::Image>(), qv::Image::initWithData({'n', 'o'})}) {
-        mImage = image;
-        const Scan made = scan();
-        const ScriptedRequest received = mServer.requests().back();
-        EXPECT_EQ(received.method, "POST");
-        EXPECT_EQ(received.body, "");
-        EXPECT_EQ(received.header("Content-Length"), "0");
-        EXPECT_EQ(received.header("Content-Type"), "image/jpeg");
-        EXPECT_EQ(received.header("auth"), kToken);
-        EXPECT_THAT(made.errors, Pointee(IsEmpty()));
-        ASSERT_TRUE(made.card);
-        EXPECT_EQ(made.card->fullName(), "Jordan Example");
-    }
-    EXPECT_EQ(mServer.requests().size(), 2U);
-}
-
-TEST_F(TheRequest, GoesToTheAddressUnchanged) {
-    mServer.respond(scans::answer({scans::kName}));
-    for (const char* target : {"/", "/a/b;c=1?x=1&y=%20z%2F+", "/a/../b/./c", "/a//b/?", "/%C3%A4?q"}) {
-        scanAt(mServer.url(target));
-        EXPECT_EQ(mServer.requests().back().target, target);
-    }
-}
-
-struct LanguageCase {
-    const char* name;
-    QVString language;
-    std::string expected;
-};
-
-class TheLanguage : public TheRequest, public testing::WithParamInterface<LanguageCase> {};
-
-TEST_P(TheLanguage, IsSent) {
-    mServer.respond(scans::answer({scans::kName}));
-    mRequest->setRecoLanguage(GetParam().language);
-    scan();
-    EXPECT_EQ(mServer.requests().at(0).header("content-language"), GetParam().expected);
-}
-
-INSTANTIATE_TEST_SUITE_P(Languages, TheLanguage,
-                         testing::Values(LanguageCase{"Absent", std::nullopt, "en"}, LanguageCase{"German", "de", "de"},
-                                         LanguageCase{"Several", "de, fr;q=0.5", "de, fr;q=0.5"},
-                                         LanguageCase{"Empty", "", ""}),
-                         [](const auto& row) { return std::string(row.param.name); });
-
-TEST_F(TheRequest, CarriesTheTokenAsGiven) {
-    mServer.respond(scans::answer({scans::kName}));
-    for (const char* token : {"S=s1:U=1:E=2%3A", "a:b;c=\"d\"", "schl\xC3\xBCssel", ""}) {
-        mRequest->setAuthToken(token);
-        scan();
-        EXPECT_EQ(mServer.requests().back().header("auth"), token);
-    }
-}
-
-TEST_F(TheRequest, HasNoTokenHeaderWhereNoneIsGiven) {
-    mServer.respond(scans::answer({scans::kName}));
-    operationAt(mServer.url())->sendCardSynchronouslyWithData(std::nullopt, std::nullopt, nullptr);
-    EXPECT_EQ(mServer.requests().at(0).header("auth"), std::nullopt);
-}
-
-struct HeaderCase {
-    const char* name;
-    std::string value;
-};
-
-class ALineEndInAHeader : public TheRequest, public testing::WithParamInterface<HeaderCase> {};
-
-TEST_P(ALineEndInAHeader, InTheTokenNeverReachesTheWire) {
-    mRequest->setAuthToken(GetParam().value);
-    expectConnectionFailed(scan());
-    EXPECT_EQ(mServer.connectionCount(), 0U);
-}
-
-TEST_P(ALineEndInAHeader, InTheLanguageNeverReachesTheWire) {
-    mRequest->setRecoLanguage(GetParam().value);
-    expectConnectionFailed(scan());
-    EXPECT_EQ(mServer.connectionCount(), 0U);
-}
-
-INSTANTIATE_TEST_SUITE_P(Values, ALineEndInAHeader,
-                         testing::Values(HeaderCase{"Both", "a\r\nX-Injected: 1"}, HeaderCase{"LineFeed", "a\nb"},
-                                         HeaderCase{"Return", "a\rb"}, HeaderCase{"AtTheEnd", "a\n"},
-                                         HeaderCase{"Alone", "\r\n"}, HeaderCase{"AtTheStart", "\r\n\r\nbody"},
-                                         HeaderCase{"Null", std::string("a\0b", 3)}),
-                         [](const auto& row) { return std::string(row.param.name); });
-
-struct AddressCase {
-    const char* name;
-    std::string prefix;
-};
-
-class AnAddressThatIsNotHTTP : public TheRequest, public testing::WithParamInterface<AddressCase> {};
-
-TEST_P(AnAddressThatIsNotHTTP, FailsBeforeAnythingIsSent) {
-    const std::string address = GetParam().prefix + "127.0.0.1:" + std::to_string(mServer.port()) + "/";
-    ASSERT_TRUE(qv::URL::URLWithString(address));
-    const Scan made = scanAt(address);
-    expectConnectionFailed(made);
-    EXPECT_EQ(scans::underlyingErrorOf(made.errors->at(0)).code, static_cast<long>(qv::HTTPErrorCode::UnsupportedURL));
-    EXPECT_EQ(mServer.connectionCount(), 0U);
-}
-
-INSTANTIATE_TEST_SUITE_P(Addresses, AnAddressThatIsNotHTTP,
-                         testing::Values(AddressCase{"Ftp", "ftp://"}, AddressCase{"File", "file://"},
-                                         AddressCase{"Gopher", "gopher://"}, AddressCase{"Relative", "/"},
-                                         AddressCase{"RelativeToTheScheme", "//"},
-                                         AddressCase{"WithoutAHost", "http:"}),
-                         [](const auto& row) { return std::string(row.param.name); });
+/// What the server answers.
+using QVCardServerExchangeTest = scans::ServerExchange;
 
 // A failure below HTTP.
 
@@ -235,7 +38,7 @@ TEST_F(QVCardServerExchangeTest, FailsWhereNoHostIsFound) {
 TEST_F(QVCardServerExchangeTest, FailsWithoutAnAddress) {
     std::optional<qv::Error> error;
     const auto operation = QVCardProcessingOperation::initWithRequest(mRequest, std::nullopt);
-    EXPECT_EQ(operation->sendCardSynchronouslyWithData(std::nullopt, kToken, &error), std::nullopt);
+    EXPECT_EQ(operation->sendCardSynchronouslyWithData(std::nullopt, scans::kSecretToken, &error), std::nullopt);
     ASSERT_TRUE(error);
     EXPECT_EQ(error->code, 2);
     EXPECT_TRUE(mLog.contains("<INFO> Sending card to (null)"));
@@ -295,7 +98,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(QVCardServerExchangeTest, SaysWhenAnAnswerIsTooLarge) {
     mServer.respond("HTTP/1.1 200 OK\r\nContent-Length: 16777217\r\n\r\n");
-    const Scan made = scan();
+    const scans::Scan made = scan();
     ASSERT_THAT(scans::codesOf(made.errors), ElementsAre(2));
     EXPECT_EQ(scans::underlyingErrorOf(made.errors->at(0)).code, static_cast<long>(qv::HTTPErrorCode::AnswerTooLarge));
 }
@@ -327,7 +130,7 @@ class AnyStatus : public QVCardServerExchangeTest, public testing::WithParamInte
 
 TEST_P(AnyStatus, WithAResultIsASuccess) {
     mServer.respond(ScriptedServer::answer(GetParam(), scans::result({scans::kName, scans::kTitle})));
-    const Scan made = scan();
+    const scans::Scan made = scan();
     EXPECT_THAT(made.errors, Pointee(IsEmpty()));
     ASSERT_TRUE(made.card);
     EXPECT_EQ(made.card->fullName(), "Jordan Example");
@@ -351,7 +154,7 @@ TEST_F(QVCardServerExchangeTest, TakesNoContentForUnreadable) {
 TEST_F(QVCardServerExchangeTest, IgnoresTheAnswersHeaders) {
     mServer.respond(ScriptedServer::answer(200, scans::result({{"NAME", "Jörg Müller"}}),
                                            "Content-Type: text/html; charset=iso-8859-1\r\nContent-Language: fr\r\n"));
-    const Scan made = scan();
+    const scans::Scan made = scan();
     ASSERT_TRUE(made.card);
     EXPECT_EQ(made.card->fullName(), "Jörg Müller");
 }
@@ -372,7 +175,7 @@ TEST_P(ARedirect, WithAResultIsReadWhereItIs) {
     other.respond(scans::answer({{"NAME", "Somebody Else"}}));
     mServer.respond(
         ScriptedServer::answer(GetParam(), scans::result({scans::kName}), "Location: " + other.url() + "\r\n"));
-    const Scan made = scan();
+    const scans::Scan made = scan();
     ASSERT_TRUE(made.card);
     EXPECT_EQ(made.card->fullName(), "Jordan Example");
     EXPECT_EQ(other.connectionCount(), 0U);
@@ -418,7 +221,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_F(QVCardServerExchangeTest, KeepsAByteOrderMarkInTheRawResult) {
     const std::string body = "\xEF\xBB\xBF" + scans::result({scans::kName});
     mServer.respond(ScriptedServer::answer(200, body));
-    const Scan made = scan();
+    const scans::Scan made = scan();
     EXPECT_THAT(made.errors, Pointee(IsEmpty()));
     EXPECT_EQ(made.rawResult, body);
     ASSERT_TRUE(made.card);
@@ -429,7 +232,7 @@ class AnAnswerWithoutACard : public QVCardServerExchangeTest, public testing::Wi
 
 TEST_P(AnAnswerWithoutACard, IsNoError) {
     mServer.respond(ScriptedServer::answer(200, GetParam().body));
-    const Scan made = scan();
+    const scans::Scan made = scan();
     ASSERT_TRUE(made.errors);
     EXPECT_THAT(made.errors, Pointee(IsEmpty()));
     EXPECT_EQ(made.card, nullptr);
@@ -447,7 +250,7 @@ TEST_F(QVCardServerExchangeTest, ReturnsWhatWasBuiltOfAMalformedAnswer) {
     const std::string whole = scans::result({scans::kName, scans::kTitle});
     const std::string body = whole + "<";
     mServer.respond(ScriptedServer::answer(200, body));
-    const Scan made = scan();
+    const scans::Scan made = scan();
     EXPECT_THAT(made.errors, Pointee(IsEmpty()));
     EXPECT_EQ(made.rawResult, body);
     ASSERT_TRUE(made.card);
@@ -458,7 +261,7 @@ TEST_F(QVCardServerExchangeTest, ReturnsWhatWasBuiltOfAMalformedAnswer) {
 TEST_F(QVCardServerExchangeTest, ReturnsACardWithoutFieldsWhenItsEndIsMissing) {
     const std::string body = R"(<recoIndex lang="de" objWidth="7"><item fldType="NAME"><t w="9">Jordan)";
     mServer.respond(ScriptedServer::answer(200, body));
-    const Scan made = scan();
+    const scans::Scan made = scan();
     EXPECT_THAT(made.errors, Pointee(IsEmpty()));
     EXPECT_EQ(made.rawResult, body);
     ASSERT_TRUE(made.card);
@@ -471,7 +274,7 @@ TEST_F(QVCardServerExchangeTest, ReturnsACardWithoutFieldsWhenItsEndIsMissing) {
 
 TEST_F(QVCardServerExchangeTest, HandsBackAnEmptyListAfterACleanScan) {
     mServer.respond(scans::answer({scans::kName, scans::kEmail}));
-    const Scan made = scan();
+    const scans::Scan made = scan();
     ASSERT_TRUE(made.errors);
     EXPECT_THAT(made.errors, Pointee(IsEmpty()));
     ASSERT_TRUE(made.card);
@@ -483,7 +286,7 @@ TEST_F(QVCardServerExchangeTest, ReplacesTheListAndTheRawResult) {
     QVString rawResult = "old";
     const auto old = std::make_shared<std::vector<qv::Error>>(2);
     QVErrorArray errors = old;
-    operationAt(mServer.url())->performCardScanSynchronouslyFromImage(mImage, kToken, errors, rawResult);
+    operationAt(mServer.url())->performCardScanSynchronouslyFromImage(mImage, scans::kSecretToken, errors, rawResult);
     EXPECT_THAT(errors, Pointee(IsEmpty()));
     EXPECT_EQ(old->size(), 2U);
     EXPECT_EQ(rawResult, scans::result({scans::kName}));
@@ -498,21 +301,24 @@ TEST_F(QVCardServerExchangeTest, LeavesTheRawResultWhereThereIsNoText) {
 TEST_F(QVCardServerExchangeTest, LeavesTheErrorSlotAfterASuccess) {
     mServer.respond(ScriptedServer::answer(500, "text"));
     std::optional<qv::Error> error = qv::Error{"before", 7, {}};
-    EXPECT_EQ(operationAt(mServer.url())->sendCardSynchronouslyWithData(std::nullopt, kToken, &error), "text");
+    EXPECT_EQ(operationAt(mServer.url())->sendCardSynchronouslyWithData(std::nullopt, scans::kSecretToken, &error),
+              "text");
     ASSERT_TRUE(error);
     EXPECT_EQ(error->domain, "before");
 }
 
 TEST_F(QVCardServerExchangeTest, NeedsNoErrorSlot) {
     mServer.respond(ScriptedServer::answer(200, "\xFF"));
-    EXPECT_EQ(operationAt(mServer.url())->sendCardSynchronouslyWithData(std::nullopt, kToken, nullptr), std::nullopt);
-    EXPECT_EQ(operationAt("ftp://x/")->sendCardSynchronouslyWithData(std::nullopt, kToken, nullptr), std::nullopt);
+    EXPECT_EQ(operationAt(mServer.url())->sendCardSynchronouslyWithData(std::nullopt, scans::kSecretToken, nullptr),
+              std::nullopt);
+    EXPECT_EQ(operationAt("ftp://x/")->sendCardSynchronouslyWithData(std::nullopt, scans::kSecretToken, nullptr),
+              std::nullopt);
 }
 
 TEST_F(QVCardServerExchangeTest, ReplacesTheErrorSlotAfterAFailure) {
     mServer.respond(ScriptedServer::answer(200, ""));
     std::optional<qv::Error> error = qv::Error{"before", 7, {}};
-    operationAt(mServer.url())->sendCardSynchronouslyWithData(std::nullopt, kToken, &error);
+    operationAt(mServer.url())->sendCardSynchronouslyWithData(std::nullopt, scans::kSecretToken, &error);
     EXPECT_EQ(error->domain, "kQVCardProcessingErrorDomain");
     EXPECT_EQ(error->code, 3);
 }
@@ -529,10 +335,10 @@ TEST_F(QVCardServerExchangeTest, LogsCompressingAndSending) {
 TEST_F(QVCardServerExchangeTest, NeverLogsTheToken) {
     mServer.respond(scans::answer({scans::kName}));
     scan();
-    mRequest->setAuthToken(std::string(kToken) + "\r\n");
+    mRequest->setAuthToken(std::string(scans::kSecretToken) + "\r\n");
     scan();
     scanAt("ftp://127.0.0.1/");
-    EXPECT_FALSE(mLog.mentions(kToken));
+    EXPECT_FALSE(mLog.mentions(scans::kSecretToken));
 }
 
 }  // namespace
