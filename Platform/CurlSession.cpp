@@ -1,6 +1,9 @@
 #include "CurlSession.h"
 
 #include "HTTPHeaderRules.h"
+#include "SocketAddress.h"
+
+#include <sys/socket.h>
 
 #include <algorithm>
 #include <limits>
@@ -40,6 +43,17 @@ std::string headerLine(const std::string& name, const std::string& value) {
     return name + ": " + value;
 }
 
+/// The last moment before the connection: what a name stands for cannot change any more.
+curl_socket_t openPublicSocket(void*, curlsocktype, curl_sockaddr* address) noexcept {
+    if (!isPublicSocketAddress(address->addr)) return CURL_SOCKET_BAD;
+#ifdef SOCK_CLOEXEC
+    constexpr int kFlags = SOCK_CLOEXEC;
+#else
+    constexpr int kFlags = 0;
+#endif
+    return ::socket(address->family, address->socktype | kFlags, address->protocol);
+}
+
 }  // namespace
 
 CurlSession::CurlSession() : mHandle(handleOfThread()) {
@@ -68,6 +82,7 @@ void CurlSession::setRequest(const HTTPRequest& request) {
     setBody(request);
     setHeaders(request);
     setLimits(request);
+    restrictAddresses(request);
 }
 
 void CurlSession::setBody(const HTTPRequest& request) {
@@ -110,6 +125,13 @@ void CurlSession::setLimits(const HTTPRequest& request) {
     if (request.method != "HEAD") {
         set(CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(std::min(request.maximumBodySize, kLargest)));
     }
+}
+
+void CurlSession::restrictAddresses(const HTTPRequest& request) {
+    if (!request.onlyPublicAddresses) return;
+    set(CURLOPT_OPENSOCKETFUNCTION, openPublicSocket);
+    // A connection that is open already was not checked.
+    set(CURLOPT_FRESH_CONNECT, 1L);
 }
 
 CURLcode CurlSession::perform() {

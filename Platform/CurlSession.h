@@ -40,6 +40,7 @@ class CurlSession {
     void setBody(const HTTPRequest& request);
     void setHeaders(const HTTPRequest& request);
     void setLimits(const HTTPRequest& request);
+    void restrictAddresses(const HTTPRequest& request);
     void appendHeader(const std::string& line);
 
     CURL* mHandle = nullptr;

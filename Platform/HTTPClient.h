@@ -46,6 +46,9 @@ struct HTTPRequest {
     long totalSeconds = 0;
     /// Bytes; a larger answer ends the call with `AnswerTooLarge`.
     std::size_t maximumBodySize = 16U * 1024 * 1024;
+    /// Connects to addresses of the public internet only (`isPublicAddress`), whatever name or redirect leads there.
+    /// Anything else fails like a server that cannot be reached.
+    bool onlyPublicAddresses = false;
 };
 
 struct HTTPResponse {
