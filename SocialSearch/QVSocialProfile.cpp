@@ -8,13 +8,31 @@
 
 namespace {
 
+/// Each says whether an entry is the first of its meaning.
+struct NewMailboxes {
+    std::unordered_set<std::string> seen;
+    bool operator()(const std::shared_ptr<const QVEmail>& email) {
+        return email && seen.insert(meaningOfEmail(email->address())).second;
+    }
+};
+
+struct NewTelephones {
+    TelephoneIndex seen;
+    bool operator()(const std::shared_ptr<const QVPhoneNumber>& phone) { return phone && seen.insert(phone->number()); }
+};
+
+struct NewHandles {
+    /// A handle of which nothing is left says nothing.
+    std::unordered_set<std::string> seen{""};
+    bool operator()(const std::string& handle) { return seen.insert(meaningOfHandle(handle)).second; }
+};
+
 /// Adds what `isNew` has not heard of before; what is there already is heard first, and stays.
 template <typename Entry, typename Set, typename IsNew>
 void append(std::vector<Entry>& list, const Set& set, IsNew isNew) {
-    if (!set) return;
     for (const Entry& entry : list)
         isNew(entry);
-    for (const Entry& entry : *set) {
+    for (const Entry& entry : set) {
         if (isNew(entry)) list.push_back(entry);
     }
 }
@@ -35,23 +53,27 @@ std::string linesOf(const QVSocialProfile& profile) {
 }  // namespace
 
 void QVSocialProfile::mergeWithEmailSet(const QVEmailSet& emails) {
-    std::unordered_set<std::string> seen;
-    append(mEmailAddresses, emails, [&](const std::shared_ptr<const QVEmail>& email) {
-        return email && seen.insert(meaningOfEmail(email->address())).second;
-    });
+    if (emails) append(mEmailAddresses, *emails, NewMailboxes());
+}
+
+void QVSocialProfile::setEmailAddresses(const QVEmailList& emailAddresses) {
+    QVEmailList list;
+    append(list, emailAddresses, NewMailboxes());
+    mEmailAddresses.swap(list);
 }
 
 void QVSocialProfile::mergeWithPhoneNumberSet(const QVPhoneNumberSet& phoneNumbers) {
-    TelephoneIndex seen;
-    append(mPhoneNumbers, phoneNumbers,
-           [&](const std::shared_ptr<const QVPhoneNumber>& phone) { return phone && seen.insert(phone->number()); });
+    if (phoneNumbers) append(mPhoneNumbers, *phoneNumbers, NewTelephones());
+}
+
+void QVSocialProfile::setPhoneNumbers(const QVPhoneNumberList& phoneNumbers) {
+    QVPhoneNumberList list;
+    append(list, phoneNumbers, NewTelephones());
+    mPhoneNumbers.swap(list);
 }
 
 void QVSocialProfile::mergeWithTwitterSet(const QVHandleSet& handles) {
-    // A handle of which nothing is left says nothing.
-    std::unordered_set<std::string> seen{""};
-    append(mTwitterAccounts, handles,
-           [&](const std::string& handle) { return seen.insert(meaningOfHandle(handle)).second; });
+    if (handles) append(mTwitterAccounts, *handles, NewHandles());
 }
 
 QVHandleSet QVSocialProfile::twitterAccounts() const {

@@ -62,11 +62,14 @@ class QV_EXPORT QVSocialProfile : public qv::Object {
     /// for one mailbox stays, with its label. Two addresses are the same without regard to case and to blanks around
     /// them. A null set changes nothing.
     void mergeWithEmailSet(const QVEmailSet& emails);
+    /// Replaces the list, without its null entries and duplicates.
+    void setEmailAddresses(const QVEmailList& emailAddresses);
 
     const QVPhoneNumberList& phoneNumbers() const { return mPhoneNumbers; }
     /// `mergeWithPhoneNumberSet:` The same for numbers. Two are the same when their digits are, a country or trunk
     /// prefix apart ("+1 202 555 0142", "001 202 555 0142", "202-555-0142"), and so are their extensions.
     void mergeWithPhoneNumberSet(const QVPhoneNumberSet& phoneNumbers);
+    void setPhoneNumbers(const QVPhoneNumberList& phoneNumbers);
 
     /// The Twitter handles: a set of its own for each caller, never null.
     QVHandleSet twitterAccounts() const;

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "QVPlatform/Data.h"
+#include "QVPlatform/Export.h"
+#include "QVSocialSearch/QVSocialSearchTypes.h"
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+
+/// What a link out of a profile may lead to.
+struct QVLinkPolicy {
+    /// Whether links may lead to the own machine or network. Off, because a profile that others wrote must not make
+    /// the host fetch from there.
+    bool allowsPrivateAddresses = false;
+    /// Bytes; a larger answer is none.
+    std::size_t maximumSize = 16U * 1024 * 1024;
+    /// Seconds for the whole fetch, redirects included; at least 1.
+    long totalSeconds = 10;
+};
+
+/// Fetches what links out of profiles lead to (pictures, vCards): http and https only, at most 5 redirects, each held
+/// to the same policy. Any thread may call.
+class QV_EXPORT QVLinkFetcher {
+  public:
+    /// The contents of the link; blocks. Absent for an absent link, one that is no http or https address or not
+    /// allowed, and when the fetch fails, brings no bytes or any status but 200.
+    static std::optional<qv::Data> contentsOfLink(const QVString& link);
+
+    static QVLinkPolicy policy();
+    static void setPolicy(QVLinkPolicy policy);
+
+    using Fetcher = std::function<std::optional<qv::Data>(const std::string& link)>;
+    /// The host's own way to fetch, in place of this one and its policy; an empty function brings this one back. What
+    /// it throws counts as nothing fetched.
+    static void setFetcher(Fetcher fetcher);
+};

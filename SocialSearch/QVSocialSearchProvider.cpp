@@ -1,0 +1,3 @@
+#include "QVSocialSearch/QVSocialSearchProvider.h"
+
+QVSocialSearchProvider::~QVSocialSearchProvider() = default;

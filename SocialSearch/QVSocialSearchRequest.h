@@ -1,0 +1,24 @@
+#pragma once
+
+#include "QVPlatform/Export.h"
+#include "QVPlatform/Object.h"
+#include "QVSocialSearch/QVSocialSearchTypes.h"
+
+/// A search for the person behind one e-mail address. Set up by whoever asks; not changed once it was handed over.
+class QV_EXPORT QVSocialSearchRequest : public qv::Object {
+  public:
+    QVSocialSearchRequest() = default;
+
+    /// `initWithEmailAddress:`
+    static std::shared_ptr<QVSocialSearchRequest> initWithEmailAddress(QVString emailAddress);
+
+    const QVString& emailAddress() const { return mEmailAddress; }
+
+    /// A tag that comes back with the response.
+    const QVString& requestID() const { return mRequestID; }
+    void setRequestID(QVString requestID) { mRequestID = std::move(requestID); }
+
+  private:
+    QVString mEmailAddress;
+    QVString mRequestID;
+};

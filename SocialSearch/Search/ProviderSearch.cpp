@@ -1,0 +1,45 @@
+#include "Search/ProviderSearch.h"
+
+#include "QVPlatform/Log.h"
+#include "Search/ProfileMerging.h"
+
+#include <utility>
+
+ProviderSearch::ProviderSearch(std::shared_ptr<const QVSocialSearchRequest> request, std::size_t count,
+                               Completion completion)
+    : mRequest(std::move(request)),
+      mExecutor(qv::MainQueue::executor()),
+      mFound(count),
+      mUnanswered(count),
+      mCompletion(std::move(completion)) {
+}
+
+void ProviderSearch::start(std::shared_ptr<const QVSocialSearchRequest> request, const Desks& desks,
+                           std::chrono::seconds time, Completion completion) {
+    const auto deadline = QVSocialSearchProvider::Clock::now() + time;
+    const std::shared_ptr<ProviderSearch> search(
+        new ProviderSearch(std::move(request), desks.size(), std::move(completion)));
+    search->mExecutor->dispatchAfter(time, [search] { search->answer(); });
+    for (std::size_t place = 0; place < desks.size(); ++place)
+        desks[place]->lookUp(search->mRequest, deadline, search->reportOf(place));
+}
+
+ProviderDesk::Report ProviderSearch::reportOf(std::size_t place) {
+    return [search = shared_from_this(), place](std::shared_ptr<QVSocialProfile> profile) {
+        search->mExecutor->dispatchAsync(
+            [search, place, profile = std::move(profile)] { search->take(place, profile); });
+    };
+}
+
+void ProviderSearch::take(std::size_t place, std::shared_ptr<QVSocialProfile> profile) {
+    if (!mCompletion) return;
+    mFound[place] = std::move(profile);
+    if (--mUnanswered == 0) answer();
+}
+
+void ProviderSearch::answer() {
+    if (!mCompletion) return;
+    if (mUnanswered > 0) qv::Log::write("<WARNING> %d social search providers did not answer in time", mUnanswered);
+    const Completion completion = std::exchange(mCompletion, {});
+    completion(QVSocialSearchResponse::initWithRequestID(mRequest->requestID(), mergedProfile(mFound)));
+}
