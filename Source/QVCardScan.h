@@ -22,6 +22,7 @@
 #include "QVCardScan/QVNoteRowFormats.h"
 #include "QVCardScan/QVNoteServiceURLs.h"
 #include "QVCardScan/QVNoteStyles.h"
+#include "QVCardScan/QVSocialSearchResult.h"
 #include "QVCardScan/QVVeltoContact.h"
 #include "QVCardScan/QVVeltoContactField.h"
 #include "QVCardScan/QVVeltoNoteGenerator.h"

@@ -3,6 +3,7 @@
 #include "QVCardScan/QVNotePlaceholders.h"
 #include "QVCardScan/QVNoteRowFormats.h"
 #include "QVCardScan/QVNoteStyles.h"
+#include "QVPlatform/Export.h"
 
 #include <string_view>
 
@@ -26,7 +27,7 @@ inline constexpr std::string_view kQVSocialSearchBaseVeltoContactKey = "QVSocial
 inline constexpr std::string_view kQVSocialSearchStartedDateKey = "QVSocialSearchStartedDateKey";
 
 /// What came of a social search, by the profile pages that the found profile has.
-enum QVSocialSearchResultType : int {
+enum QV_EXPORT QVSocialSearchResultType : int {
     /// No profile, or one with neither page.
     QVSocialSearchResultNotFound = 0,
     QVSocialSearchResultLinkedIn = 1,

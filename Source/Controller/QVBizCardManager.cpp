@@ -39,8 +39,7 @@ std::shared_ptr<QVBizCardManager> QVBizCardManager::sharedManager() {
     return *manager;
 }
 
-QVBizCardManager::QVBizCardManager() : mSocialSearchRequestMap(std::make_shared<std::map<std::string, std::any>>()) {
-}
+QVBizCardManager::QVBizCardManager() = default;
 
 QVBizCardManager::~QVBizCardManager() {
     cleanUpOperationQueue();

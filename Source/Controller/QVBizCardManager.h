@@ -4,9 +4,13 @@
 #include "QVCardScan/QVCardProcessingResponse.h"
 #include "QVCardScan/QVContactNoteDataSource.h"
 #include "QVPlatform/Atomic.h"
+#include "QVPlatform/Error.h"
 #include "QVPlatform/Export.h"
 #include "QVPlatform/Object.h"
 #include "QVPlatform/OperationQueue.h"
+#include "QVSocialSearch/QVSocialProfile.h"
+#include "QVSocialSearch/QVSocialSearchRequest.h"
+#include "QVSocialSearch/QVSocialSearchResponse.h"
 
 #include <any>
 #include <functional>
@@ -21,6 +25,10 @@ class QVCardProcessingOperation;
 class QV_EXPORT QVBizCardManager : public qv::Object {
   public:
     using Completion = std::function<void(std::shared_ptr<QVCardProcessingResponse> response)>;
+    /// The record of one social search; never changes. Its values: the request's id (`std::string`), the contact
+    /// (`std::shared_ptr<QVVeltoContact>`) and when it was asked for (`std::chrono::system_clock::time_point`).
+    using RequestInfo = std::shared_ptr<const qv::Dictionary>;
+    /// Records by request id, each a `RequestInfo`.
     using RequestMap = std::shared_ptr<std::map<std::string, std::any>>;
 
     /// The process's manager, made on the first call with its queue and a search time-out of 4 seconds; never
@@ -53,6 +61,34 @@ class QV_EXPORT QVBizCardManager : public qv::Object {
     bool canStartLinkedInSearchForCardProcessingResponse(
         const std::shared_ptr<QVCardProcessingResponse>& response) const;
 
+    /// `addSocialSearchRequestFromCardProcessingResponse:` Looks the card's person up. Its one outcome, the time-out
+    /// included, comes as `kQVSocialSearchFinishedNotification` on the main executor, never inside this call; where a
+    /// search cannot start, as the time-out. An answer merges what was found into the response's contact. A second
+    /// request for the same note replaces the first. Call it on the main thread. Null does nothing; a response without
+    /// `originalNoteUUID` or `contact` is a failed assertion, and nothing happens.
+    void addSocialSearchRequestFromCardProcessingResponse(const std::shared_ptr<QVCardProcessingResponse>& response);
+
+    /// `startLinkedInSearchFromCardProcessingResponse:` Starts the search and sets the response's
+    /// `willStartLinkedInSearch`; does nothing when `canStartLinkedInSearchForCardProcessingResponse` says no.
+    void startLinkedInSearchFromCardProcessingResponse(const std::shared_ptr<QVCardProcessingResponse>& response);
+
+    /// `searchRequestFromCardProcessingResponse:` A search by the card's first e-mail address; null when the card has
+    /// none, or an empty one first.
+    std::shared_ptr<QVSocialSearchRequest> searchRequestFromCardProcessingResponse(
+        const std::shared_ptr<QVCardProcessingResponse>& response) const;
+
+    /// `socialSearchRequestInfoWithID:` The record of a search that waits for its answer; null when there is none.
+    RequestInfo socialSearchRequestInfoWithID(const QVString& requestID) const;
+
+    /// `sendSocialSearchFinishedNotification:forRequestInfo:` Merges the profile into the record's contact, writes its
+    /// note anew and announces both. A null profile changes nothing in the contact. Needs nothing of the manager.
+    static void sendSocialSearchFinishedNotification(const std::shared_ptr<QVSocialProfile>& profile,
+                                                     const RequestInfo& forRequestInfo);
+    /// `sendSocialSearchNotFoundNotificationForRequestInfo:`
+    static void sendSocialSearchNotFoundNotificationForRequestInfo(const RequestInfo& requestInfo);
+    /// `sendSocialSearchTimeoutNotificationForRequestInfo:`
+    static void sendSocialSearchTimeoutNotificationForRequestInfo(const RequestInfo& requestInfo);
+
     /// Held without ownership; may be called on any queue thread.
     std::shared_ptr<QVContactNoteDataSource> contactNoteDataSource() const { return mContactNoteDataSource.lock(); }
     void setContactNoteDataSource(const std::shared_ptr<QVContactNoteDataSource>& contactNoteDataSource) {
@@ -74,8 +110,8 @@ class QV_EXPORT QVBizCardManager : public qv::Object {
     void setSearchTimeOut(double searchTimeOut) { mSearchTimeOut = searchTimeOut; }
 
     /// The social searches that wait for their answer, by request id. Shared, not guarded: for the main thread.
-    RequestMap socialSearchRequestMap() const { return mSocialSearchRequestMap.load(); }
-    void setSocialSearchRequestMap(RequestMap map) { mSocialSearchRequestMap.store(std::move(map)); }
+    RequestMap socialSearchRequestMap() const { return mSocialSearches->requestMap.load(); }
+    void setSocialSearchRequestMap(RequestMap map) { mSocialSearches->requestMap.store(std::move(map)); }
 
   private:
     /// Apart from the manager, because completion steps need them and may outlive it.
@@ -83,6 +119,15 @@ class QV_EXPORT QVBizCardManager : public qv::Object {
         qv::Atomic<QVString> key;
         qv::Atomic<QVString> secret;
         bool allowSearchFor(const std::shared_ptr<QVCardProcessingResponse>& response) const;
+    };
+
+    /// Apart from the manager for the same reason: every search is announced, whether or not the manager lives.
+    struct SocialSearches {
+        qv::Atomic<RequestMap> requestMap{std::make_shared<std::map<std::string, std::any>>()};
+        RequestInfo find(const QVString& requestID) const;
+        RequestInfo remove(const QVString& requestID) const;
+        void complete(const std::shared_ptr<QVSocialSearchResponse>& response) const;
+        void timeOut(const std::string& requestID) const;
     };
 
     static void completeOperation(const QVCardProcessingOperation& operation, const SearchCredentials& credentials,
@@ -93,6 +138,6 @@ class QV_EXPORT QVBizCardManager : public qv::Object {
     qv::Atomic<QVString> mServerURL;
     std::shared_ptr<SearchCredentials> mSearchCredentials = std::make_shared<SearchCredentials>();
     std::weak_ptr<QVContactNoteDataSource> mContactNoteDataSource;
-    qv::Atomic<RequestMap> mSocialSearchRequestMap;
+    std::shared_ptr<SocialSearches> mSocialSearches = std::make_shared<SocialSearches>();
     double mSearchTimeOut = 0;
 };

@@ -5,6 +5,8 @@
 #include "QVCardScan/QVVeltoContactField.h"
 #include "QVPlatform/Export.h"
 #include "QVPlatform/Object.h"
+#include "QVSocialSearch/QVAddressBookController.h"
+#include "QVSocialSearch/QVSocialProfile.h"
 
 /// The person a card stands for. Everything is absent until set; collections and images are shared references. Not
 /// synchronised: one thread at a time while it changes.
@@ -19,6 +21,30 @@ class QV_EXPORT QVVeltoContact : public qv::Object {
     /// where this contact has such a set at all, and title, company, URL and avatar where this one has none. A null
     /// contact changes nothing.
     void mergeContactInfoFromContact(const std::shared_ptr<QVVeltoContact>& contact);
+
+    /// `mergeContactInfoFromSocialProfile:avatarIsUpdated:` Takes what a social profile knows of the person. The
+    /// profile takes this contact's addresses, numbers and handles in, and the contact's own are then what the profile
+    /// has. Sets `avatarIsUpdated` when the contact got an avatar, and never clears it. A picture behind a link is
+    /// fetched by the calling thread, which waits for it. A null profile changes nothing.
+    void mergeContactInfoFromSocialProfile(const std::shared_ptr<QVSocialProfile>& profile, bool& avatarIsUpdated);
+
+    /// `saveToContactsWithVeltoContact:socialProfile:completionHandler:` Saves a contact into the address book: the
+    /// record that the profile stands for is updated; with any other profile, or null, there is a new record. The
+    /// receiver plays no part, the profile stays as it is, and the handler gets what the address book reports. A null
+    /// contact has nothing to add to the profile.
+    void saveToContactsWithVeltoContact(const std::shared_ptr<QVVeltoContact>& contact,
+                                        const std::shared_ptr<QVSocialProfile>& socialProfile,
+                                        QVAddressBookCompletionHandler completionHandler) const;
+    /// `updateExistingAddressBookRecordWithVeltoContact:andSocialProfile:completionHandler:` A title or company that
+    /// the profile lacks comes from the contact, unless a professional network is among the profile's sources.
+    void updateExistingAddressBookRecordWithVeltoContact(const std::shared_ptr<QVVeltoContact>& contact,
+                                                         const std::shared_ptr<QVSocialProfile>& andSocialProfile,
+                                                         QVAddressBookCompletionHandler completionHandler) const;
+    /// `saveNewAddressBookRecordWithVeltoContact:andSocialProfile:completionHandler:` Name, title and company come from
+    /// the contact only when there is no profile.
+    void saveNewAddressBookRecordWithVeltoContact(const std::shared_ptr<QVVeltoContact>& contact,
+                                                  const std::shared_ptr<QVSocialProfile>& andSocialProfile,
+                                                  QVAddressBookCompletionHandler completionHandler) const;
 
     const QVString& fullName() const { return mFullName; }
     void setFullName(QVString fullName) { mFullName = std::move(fullName); }
