@@ -1,14 +1,15 @@
 #include "CardReader.h"
-
-#include <gtest/gtest.h>
-
 #include "Recognition/DrawnCard.h"
 #include "Text/Reading.h"
+
+#include <gtest/gtest.h>
 
 namespace qv::recognition {
 namespace {
 
-const std::vector<std::string> kLines = {"Jane Miller", "Sales Manager", "Acme Tools Ltd", "Tel: 312-555-0142", "jane.miller@acmetools.com", "www.acmetools.com"};
+const std::vector<std::string> kLines = {
+    "Jane Miller",      "Sales Manager", "Acme Tools Ltd", "Tel: 312-555-0142", "jane.miller@acmetools.com",
+    "www.acmetools.com"};
 
 class CardReaderTest : public testing::Test {
   protected:
@@ -20,8 +21,12 @@ class CardReaderTest : public testing::Test {
     static void TearDownTestSuite() { sReader.reset(); }
     void SetUp() override { ASSERT_TRUE(sReader) << "the English language model is not installed"; }
 
-    static Recognition read(const cv::Mat& picture, const std::string& language = "en") { return sReader->recognise(asJPEG(picture), language); }
-    static bool holds(const Recognition& recognition, const std::string& text) { return recognition.xml.find(text) != std::string::npos; }
+    static Recognition read(const cv::Mat& picture, const std::string& language = "en") {
+        return sReader->recognise(asJPEG(picture), language);
+    }
+    static bool holds(const Recognition& recognition, const std::string& text) {
+        return recognition.xml.find(text) != std::string::npos;
+    }
     static bool hasItem(const Recognition& recognition, const std::string& type, const std::string& text) {
         const auto at = recognition.xml.find("fldType=\"" + type + '"');
         return at != std::string::npos && recognition.xml.find('>' + text + "</t>", at) != std::string::npos;
@@ -61,7 +66,8 @@ TEST_F(CardReaderTest, ReadsATiltedCardOnADesk) {
     cv::Mat desk(900, 1300, CV_8UC3, cv::Scalar(40, 60, 80));
     const std::vector<cv::Point2f> from = {{0, 0}, {1000, 0}, {1000, 600}, {0, 600}};
     const std::vector<cv::Point2f> to = {{150, 120}, {1150, 240}, {1100, 820}, {100, 720}};
-    cv::warpPerspective(drawnCard(kLines), desk, cv::getPerspectiveTransform(from, to), desk.size(), cv::INTER_CUBIC, cv::BORDER_TRANSPARENT);
+    cv::warpPerspective(drawnCard(kLines), desk, cv::getPerspectiveTransform(from, to), desk.size(), cv::INTER_CUBIC,
+                        cv::BORDER_TRANSPARENT);
     const auto recognition = read(desk);
     EXPECT_TRUE(hasItem(recognition, "email", "jane.miller@acmetools.com")) << recognition.xml;
     EXPECT_TRUE(hasItem(recognition, "name", "Jane Miller")) << recognition.xml;

@@ -38,7 +38,8 @@ class Client {
     std::string readAll() {
         std::string text;
         char buffer[4096];
-        for (ssize_t count = 0; (count = ::recv(mSocket, buffer, sizeof buffer, 0)) > 0;) text.append(buffer, static_cast<std::size_t>(count));
+        for (ssize_t count = 0; (count = ::recv(mSocket, buffer, sizeof buffer, 0)) > 0;)
+            text.append(buffer, static_cast<std::size_t>(count));
         return text;
     }
 
@@ -59,7 +60,8 @@ inline std::string bodyOf(const std::string& answer) {
 }
 
 inline std::string post(const std::string& body, const std::string& headers = "") {
-    return "POST / HTTP/1.1\r\nHost: x\r\nConnection: close\r\n" + headers + "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
+    return "POST / HTTP/1.1\r\nHost: x\r\nConnection: close\r\n" + headers +
+           "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
 }
 
 }  // namespace qv::recognition

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <string>
-#include <vector>
-
 #include "Text/Letters.h"
 #include "Text/TextLine.h"
+
+#include <string>
+#include <vector>
 
 namespace qv::recognition {
 
@@ -25,7 +25,8 @@ inline TextLine lineOf(const std::string& text) {
 
 inline std::vector<Word> wordsOf(const std::vector<TextLine>& lines) {
     std::vector<Word> words;
-    for (const auto& line : lines) words.insert(words.end(), line.words.begin(), line.words.end());
+    for (const auto& line : lines)
+        words.insert(words.end(), line.words.begin(), line.words.end());
     return words;
 }
 
