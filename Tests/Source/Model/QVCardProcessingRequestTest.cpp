@@ -66,7 +66,8 @@ TEST(QVCardProcessingRequest, TellsEmptyFromAbsent) {
     EXPECT_EQ(request.noteUUID(), "");
     EXPECT_EQ(request.authToken(), "");
     EXPECT_EQ(request.recoLanguage(), "");
-    request.setNoteUUID(std::nullopt);
+    const QVString absent;
+    request.setNoteUUID(absent);
     EXPECT_EQ(request.noteUUID(), std::nullopt);
 }
 
