@@ -57,7 +57,7 @@ Unwarped enlarged(const cv::Mat& picture) {
 /// The card alone where its outline is found, else the whole picture with its lines of text made level.
 Unwarped straightCard(const cv::Mat& colour) {
     if (const auto outline = findOutline(colour)) return unwarp(colour, *outline, kReadingSide);
-    const Unwarped whole = enlarged(colour);
+    Unwarped whole = enlarged(colour);
     const double slant = textSlant(evenLight(greyOf(whole.picture)));
     if (std::abs(slant) < kLevel) return whole;
     const Unwarped level = straightened(whole.picture, slant);

@@ -84,8 +84,8 @@ std::optional<std::string> tokenFromParent() {
 }
 
 void announce(std::uint16_t port) {
-    std::printf("port %u\n", static_cast<unsigned>(port));
-    std::fflush(stdout);
+    (void)std::printf("port %u\n", static_cast<unsigned>(port));
+    (void)std::fflush(stdout);
 }
 
 /// Lets the server be stopped from a thread that may outlive it.
@@ -143,7 +143,7 @@ int serve(Arguments& arguments) {
     }
     const bool isQuiet = arguments.isQuiet;
     const auto log = [isQuiet](std::string_view line) {
-        if (!isQuiet) std::fprintf(stderr, "qvcardrecod: %.*s\n", static_cast<int>(line.size()), line.data());
+        if (!isQuiet) (void)std::fprintf(stderr, "qvcardrecod: %.*s\n", static_cast<int>(line.size()), line.data());
     };
     CardReader::Options reader;
     reader.models = models;
@@ -170,8 +170,8 @@ int serve(Arguments& arguments) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-    std::signal(SIGPIPE, SIG_IGN);
+int main(int argc, char** argv) try {
+    (void)std::signal(SIGPIPE, SIG_IGN);
     CLI::App app("Reads business cards: takes JPEG pictures by HTTP POST and answers with what they say, as XML.",
                  "qvcardrecod");
     Arguments arguments;
@@ -182,4 +182,6 @@ int main(int argc, char** argv) {
         return app.exit(problem) == 0 ? 0 : 2;
     }
     return serve(arguments);
+} catch (const std::exception& problem) {
+    return fail(problem.what());
 }

@@ -93,7 +93,7 @@ std::string hostOf(std::string_view emailOrLink) {
 
 std::string countryOfHost(std::string_view host) {
     const auto parts = labels(folded(host));
-    const std::string ending = parts.back();
+    const std::string& ending = parts.back();
     static constexpr std::array<std::string_view, 9> general = {"io", "ai", "me", "tv", "cc", "co", "eu", "fm", "ly"};
     if (parts.size() < 2 || ending.size() != 2 || std::find(general.begin(), general.end(), ending) != general.end())
         return {};

@@ -9,6 +9,7 @@ namespace {
 
 constexpr int kSearchSide = 420;
 constexpr double kWidest = 20;
+constexpr double kStep = 0.5;   // degrees between two tries
 constexpr double kGain = 1.25;  // how much sharper the lines must come out to believe in a slant
 
 cv::Mat turnedBy(const cv::Mat& picture, double degrees, int border) {
@@ -42,10 +43,12 @@ double textSlant(const cv::Mat& even) {
     double best = 0;
     double sharpest = 0;
     double level = 0;
-    for (double slant = -kWidest; slant <= kWidest; slant += 0.5) {
+    constexpr int kSteps = static_cast<int>(kWidest / kStep);
+    for (int step = -kSteps; step <= kSteps; ++step) {
+        const double slant = step * kStep;
         const cv::Mat tried = turnedBy(ink, slant, cv::BORDER_CONSTANT);
         const double sharpness = std::max(steepness(tried, 1), steepness(tried, 0));
-        if (slant == 0) level = sharpness;
+        if (step == 0) level = sharpness;
         if (sharpness > sharpest) {
             sharpest = sharpness;
             best = slant;

@@ -6,7 +6,6 @@
 #include <unicode/uscript.h>
 
 #include <algorithm>
-#include <numeric>
 
 namespace qv::recognition {
 namespace {
@@ -161,9 +160,12 @@ bool isAllCapitals(std::string_view text) {
 
 std::string simplified(std::string_view text) {
     const auto words = splitAtSpaces(text);
-    return std::accumulate(words.begin(), words.end(), std::string(), [](std::string all, const std::string& word) {
-        return all.empty() ? word : all + ' ' + word;
-    });
+    std::string all;
+    for (const auto& word : words) {
+        if (!all.empty()) all += ' ';
+        all += word;
+    }
+    return all;
 }
 
 std::string trimmed(std::string_view text, std::string_view characters) {
