@@ -6,6 +6,7 @@
 #include <unicode/uscript.h>
 
 #include <algorithm>
+#include <numeric>
 
 namespace qv::recognition {
 namespace {
