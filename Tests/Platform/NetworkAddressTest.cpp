@@ -79,7 +79,7 @@ constexpr AddressRow kRows[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(Rows, NetworkAddress, testing::ValuesIn(kRows),
-                         [](const auto& info) { return std::string(info.param.name); });
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST(NetworkAddressText, EndsWhereItEnds) {
     EXPECT_FALSE(qv::isPublicAddress("93.184.216.34\0.example"s));
