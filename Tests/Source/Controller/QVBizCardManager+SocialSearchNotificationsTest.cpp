@@ -95,7 +95,7 @@ TEST_F(SocialSearchNotificationTest, ShipsANewAvatar) {
     EXPECT_THAT(*images, ElementsAre(mResponse->contact()->avatar()));
     EXPECT_THAT(heard<std::string>("QVSocialSearchNewQVMLContentKey"),
                 HasSubstr(QVVeltoNoteGenerator::lowerHexStringForDataHashFromNSImage(mResponse->contact()->avatar(),
-                                                                                     "image/png")));
+                                                                                     "image/jpeg")));
 }
 
 TEST_F(SocialSearchNotificationTest, ShipsNoAvatarThatWasThereBefore) {
