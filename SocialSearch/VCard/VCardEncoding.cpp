@@ -1,0 +1,202 @@
+#include "VCard/VCardEncoding.h"
+
+#include "QVPlatform/Text.h"
+
+#include <iconv.h>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+constexpr std::string_view kBase64Digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+constexpr std::string_view kHexDigits = "0123456789ABCDEF";
+
+int hexValue(char digit) {
+    if (digit >= '0' && digit <= '9') return digit - '0';
+    if (digit >= 'A' && digit <= 'F') return digit - 'A' + 10;
+    if (digit >= 'a' && digit <= 'f') return digit - 'a' + 10;
+    return -1;
+}
+
+bool isAlphanumeric(char c) {
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
+
+/// `mark` and two digits become one byte; every other byte stays.
+std::string unescaped(std::string_view text, char mark) {
+    std::string bytes;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const int high = text[i] == mark && i + 2 < text.size() ? hexValue(text[i + 1]) : -1;
+        const int low = high >= 0 ? hexValue(text[i + 2]) : -1;
+        if (low >= 0) {
+            bytes += static_cast<char>(high * 16 + low);
+            i += 2;
+        } else {
+            bytes += text[i];
+        }
+    }
+    return bytes;
+}
+
+std::string escapedByte(char mark, char byte) {
+    const auto value = static_cast<unsigned char>(byte);
+    return {mark, kHexDigits[value >> 4], kHexDigits[value & 15]};
+}
+
+template <typename Keeps>
+std::string percentEscaped(std::string_view text, Keeps keeps) {
+    std::string escaped;
+    for (const char c : text)
+        escaped += keeps(c) ? std::string(1, c) : escapedByte('%', c);
+    return escaped;
+}
+
+std::string quotedPrintableUnit(std::string_view sequence) {
+    if (sequence == "\n") return "=0D=0A";
+    if (sequence.size() == 1 && sequence[0] > ' ' && sequence[0] <= '~' && sequence[0] != '=')
+        return std::string(sequence);
+    if (sequence == " ") return " ";
+    std::string unit;
+    for (const char byte : sequence)
+        unit += escapedByte('=', byte);
+    return unit;
+}
+
+bool isCharacterSetName(const std::string& name) {
+    const auto allowed = [](char c) { return isAlphanumeric(c) || c == '-' || c == '_'; };
+    return name.size() <= 40 && std::all_of(name.begin(), name.end(), allowed);
+}
+
+/// POSIX gives no class for it: the handle is closed when this goes.
+class Converter {
+  public:
+    explicit Converter(const std::string& from) : mHandle(iconv_open("UTF-8", from.c_str())) {}
+    ~Converter() {
+        if (isOpen()) iconv_close(mHandle);
+    }
+    Converter(const Converter&) = delete;
+    Converter& operator=(const Converter&) = delete;
+
+    std::optional<std::string> convert(std::string bytes) const {
+        if (!isOpen()) return std::nullopt;
+        // No character set has one byte for more than four of UTF-8's.
+        std::string text(bytes.size() * 4 + 16, '\0');
+        char* in = bytes.data();
+        std::size_t inLeft = bytes.size();
+        char* out = text.data();
+        std::size_t outLeft = text.size();
+        if (iconv(mHandle, &in, &inLeft, &out, &outLeft) == static_cast<std::size_t>(-1)) return std::nullopt;
+        text.resize(text.size() - outLeft);
+        return text;
+    }
+
+  private:
+    bool isOpen() const { return reinterpret_cast<std::intptr_t>(mHandle) != -1; }
+    iconv_t mHandle;
+};
+
+}  // namespace
+
+std::string capitals(std::string_view text) {
+    std::string result(text);
+    for (char& c : result) {
+        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+    }
+    return result;
+}
+
+bool isASCII(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+std::string base64(const qv::Data& bytes) {
+    std::string text;
+    text.reserve((bytes.size() + 2) / 3 * 4);
+    for (std::size_t i = 0; i < bytes.size(); i += 3) {
+        const std::size_t count = std::min<std::size_t>(3, bytes.size() - i);
+        unsigned value = 0;
+        for (std::size_t k = 0; k < 3; ++k)
+            value = value << 8 | (k < count ? bytes[i + k] : 0U);
+        for (std::size_t k = 0; k < 4; ++k)
+            text += k <= count ? kBase64Digits[value >> (18 - 6 * k) & 63] : '=';
+    }
+    return text;
+}
+
+std::optional<qv::Data> bytesOfBase64(std::string_view text) {
+    qv::Data bytes;
+    unsigned value = 0;
+    int bits = 0;
+    bool isPadded = false;
+    for (const char c : text) {
+        if (c == ' ' || c == '\t' || c == '\r' || c == '\n') continue;
+        const std::size_t digit = kBase64Digits.find(c);
+        isPadded = isPadded || c == '=';
+        if (isPadded != (digit == std::string_view::npos) || (isPadded && c != '=')) return std::nullopt;
+        if (isPadded) continue;
+        value = (value << 6 | static_cast<unsigned>(digit)) & 0xFFFFFF;
+        bits += 6;
+        if (bits < 8) continue;
+        bits -= 8;
+        bytes.push_back(static_cast<std::uint8_t>(value >> bits & 0xFF));
+    }
+    return bytes;
+}
+
+std::string textOfQuotedPrintable(std::string_view text) {
+    return qv::Text::replaceAll(unescaped(text, '='), "\r\n", "\n");
+}
+
+std::string quotedPrintable(std::string_view text, std::size_t column, std::size_t width, std::string_view lineEnd) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t length = sequenceLength(text, i);
+        std::string unit = quotedPrintableUnit(text.substr(i, length));
+        i += length;
+        // A blank at the end of a line is lost on the way.
+        if (unit == " " && i == text.size()) unit = "=20";
+        if (column + unit.size() + 1 > width) {
+            result.append("=").append(lineEnd);
+            column = 0;
+        }
+        result += unit;
+        column += unit.size();
+    }
+    return result;
+}
+
+bool isUTF8(std::string_view bytes) {
+    return isASCII(bytes) || qv::Text::stringFromUTF8(qv::Data(bytes.begin(), bytes.end())).has_value();
+}
+
+std::optional<std::string> textInCharacterSet(std::string_view bytes, const std::string& name) {
+    const std::string capitalName = capitals(name);
+    if (name.empty() || capitalName == "UTF-8" || capitalName == "UTF8") {
+        if (isUTF8(bytes)) return std::string(bytes);
+        return name.empty() ? Converter("WINDOWS-1252").convert(std::string(bytes)) : std::nullopt;
+    }
+    if (!isCharacterSetName(capitalName)) return std::nullopt;
+    return Converter(capitalName).convert(std::string(bytes));
+}
+
+std::string withoutPercentEscapes(std::string_view text) {
+    return unescaped(text, '%');
+}
+
+std::string escapedURI(std::string_view uri) {
+    return percentEscaped(uri, [](char c) { return c > ' ' && c <= '~' && c != ',' && c != ';'; });
+}
+
+std::string escapedSegment(std::string_view text) {
+    return percentEscaped(text,
+                          [](char c) { return isAlphanumeric(c) || c == '-' || c == '.' || c == '_' || c == '~'; });
+}
+
+std::size_t sequenceLength(std::string_view text, std::size_t position) {
+    const auto isContinuation = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; };
+    std::size_t end = position + 1;
+    while (end < text.size() && end - position < 4 && isContinuation(text[end]))
+        ++end;
+    return end - position;
+}
