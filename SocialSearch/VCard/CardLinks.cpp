@@ -1,0 +1,123 @@
+#include "VCard/CardLinks.h"
+
+#include "Merging/EntryMeaning.h"
+#include "QVPlatform/Text.h"
+#include "QVPlatform/URL.h"
+#include "VCard/VCardEncoding.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+constexpr std::string_view kTwitterPage = "https://twitter.com/";
+
+bool isHostOf(const std::string& host, std::string_view domain) {
+    return host == domain || host.ends_with("." + std::string(domain));
+}
+
+/// "LINKEDIN", "FACEBOOK" or "TWITTER"; empty for any other link and for what is none.
+std::string networkOfLink(const std::string& link) {
+    const auto url = qv::URL::URLWithString(link);
+    if (!url || (url->scheme() != "http" && url->scheme() != "https")) return "";
+    const std::string host = qv::Text::lowercased(url->host());
+    if (isHostOf(host, "linkedin.com")) return "LINKEDIN";
+    if (isHostOf(host, "facebook.com") || isHostOf(host, "fb.com")) return "FACEBOOK";
+    return isHostOf(host, "twitter.com") || isHostOf(host, "x.com") ? "TWITTER" : "";
+}
+
+std::string linkOf(const VCardProperty& property) {
+    return trimmed(property.text());
+}
+
+/// The first segment of the page's path.
+std::string handleOfLink(const std::string& link) {
+    const std::size_t path = link.find('/', link.find("//") + 2);
+    if (path == std::string::npos) return "";
+    const std::size_t end = link.find_first_of("/?#", path + 1);
+    return withoutPercentEscapes(link.substr(path + 1, end == std::string::npos ? end : end - path - 1));
+}
+
+bool isOnTwitter(const VCardProperty& property) {
+    return property.hasType("TWITTER") || capitals(property.parameter("SERVICE-TYPE").value_or("")) == "TWITTER";
+}
+
+std::string twitterHandleOf(const VCardProperty& property) {
+    const std::string link = linkOf(property);
+    if (property.isNamed("X-TWITTER")) return link;
+    if (networkOfLink(link) == "TWITTER") return handleOfLink(link);
+    if (!isOnTwitter(property)) return "";
+    for (const char* name : {"X-USER", "USERNAME"}) {
+        if (const auto user = property.parameter(name)) return *user;
+    }
+    return link.find_first_of(":/") == std::string::npos ? link : "";
+}
+
+/// What may hold links, the ones that are meant for it first.
+std::vector<const VCardProperty*> linkProperties(const VCard& card) {
+    std::vector<const VCardProperty*> all;
+    for (const char* name : {"X-SOCIALPROFILE", "SOCIALPROFILE", "X-TWITTER", "URL"}) {
+        for (const VCardProperty* property : card.propertiesNamed(name))
+            all.push_back(property);
+    }
+    return all;
+}
+
+const VCardProperty* pageOn(const VCard& card, std::string_view network) {
+    for (const VCardProperty* property : linkProperties(card)) {
+        if (networkOfLink(linkOf(*property)) == network) return property;
+    }
+    return nullptr;
+}
+
+QVHandleSet twitterHandles(const VCard& card) {
+    auto handles = std::make_shared<qv::OrderedSet<std::string>>();
+    for (const VCardProperty* property : linkProperties(card)) {
+        if (const std::string handle = twitterHandleOf(*property); !isBlank(handle)) handles->insert(handle);
+    }
+    return handles;
+}
+
+VCardProperty socialProfile(const VCard& card, const std::string& type, const std::string& link) {
+    VCardProperty property = VCardProperty::withValue(card.version(), "X-SOCIALPROFILE", escapedURI(link));
+    property.parameters.push_back({.name = "TYPE", .values = {type}});
+    return property;
+}
+
+/// A link to another network, or to none, is not the page that it was given for.
+void writePage(VCard& card, const std::string& network, const QVString& link) {
+    if (!link || networkOfLink(trimmed(*link)) != network) return;
+    const std::string escaped = escapedURI(trimmed(*link));
+    const VCardProperty* page = pageOn(card, network);
+    if (page == nullptr) {
+        card.addProperty(socialProfile(card, qv::Text::lowercased(network), trimmed(*link)));
+    } else if (escapedURI(linkOf(*page)) != escaped) {
+        VCardProperty changed = *page;
+        changed.value = escaped;
+        card.replaceProperty(page, std::move(changed));
+    }
+}
+
+}  // namespace
+
+void readLinks(const VCard& card, QVSocialProfile& profile) {
+    profile.mergeWithTwitterSet(twitterHandles(card));
+    if (const VCardProperty* page = pageOn(card, "LINKEDIN")) profile.setProfileURLLinkedInPublic(linkOf(*page));
+    if (const VCardProperty* page = pageOn(card, "FACEBOOK")) profile.setProfileURLFacebook(linkOf(*page));
+}
+
+void writeLinks(VCard& card, const QVSocialProfile& profile) {
+    writePage(card, "LINKEDIN", profile.profileURLLinkedInPublic());
+    writePage(card, "FACEBOOK", profile.profileURLFacebook());
+    QVSocialProfile known;
+    known.mergeWithTwitterSet(twitterHandles(card));
+    const std::size_t count = known.twitterAccounts()->size();
+    known.mergeWithTwitterSet(profile.twitterAccounts());
+    const QVHandleSet handles = known.twitterAccounts();
+    for (auto handle = std::next(handles->begin(), static_cast<std::ptrdiff_t>(count)); handle != handles->end();
+         ++handle) {
+        std::string name = trimmed(*handle);
+        if (name.starts_with('@')) name.erase(0, 1);
+        card.addProperty(socialProfile(card, "twitter", std::string(kTwitterPage) + escapedSegment(name)));
+    }
+}

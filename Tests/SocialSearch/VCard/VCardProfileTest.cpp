@@ -1,0 +1,448 @@
+#include "QVSocialSearch/VCardProfile.h"
+#include "Support/TestImages.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+VCard readCard(const std::string& bytes) {
+    std::string problem;
+    auto card = VCard::cardWithBytes(bytes, &problem);
+    EXPECT_TRUE(card) << problem << "\n" << bytes;
+    return card ? *std::move(card) : VCard::emptyCard();
+}
+
+std::string cardWithLines(const std::string& version, const std::string& lines) {
+    return "BEGIN:VCARD\r\nVERSION:" + version + "\r\n" + lines + "END:VCARD\r\n";
+}
+
+std::shared_ptr<QVSocialProfile> profileOf(const std::string& version, const std::string& lines) {
+    return profileOfCard(readCard(cardWithLines(version, lines)), "the-uid");
+}
+
+void addEmail(QVSocialProfile& profile, QVString label, const std::string& address) {
+    auto set = std::make_shared<qv::OrderedSet<std::shared_ptr<const QVEmail>>>();
+    set->insert(QVEmail::emailWithLabel(std::move(label), address));
+    profile.mergeWithEmailSet(set);
+}
+
+void addPhone(QVSocialProfile& profile, QVString label, const std::string& number) {
+    auto set = std::make_shared<qv::OrderedSet<std::shared_ptr<const QVPhoneNumber>>>();
+    set->insert(QVPhoneNumber::phoneNumberWithNumber(number, std::move(label)));
+    profile.mergeWithPhoneNumberSet(set);
+}
+
+void addHandle(QVSocialProfile& profile, const std::string& handle) {
+    auto set = std::make_shared<qv::OrderedSet<std::string>>();
+    set->insert(handle);
+    profile.mergeWithTwitterSet(set);
+}
+
+using Entries = std::vector<std::pair<QVString, std::string>>;
+
+Entries emailsOf(const QVSocialProfile& profile) {
+    Entries entries;
+    for (const auto& email : profile.emailAddresses())
+        entries.emplace_back(email->label(), email->address());
+    return entries;
+}
+
+Entries phonesOf(const QVSocialProfile& profile) {
+    Entries entries;
+    for (const auto& phone : profile.phoneNumbers())
+        entries.emplace_back(phone->type(), phone->number());
+    return entries;
+}
+
+Entries addressesOf(const QVSocialProfile& profile) {
+    Entries entries;
+    for (const auto& address : profile.addressList())
+        entries.emplace_back(address->label(), address->formattedAddress());
+    return entries;
+}
+
+std::vector<std::string> handlesOf(const QVSocialProfile& profile) {
+    const QVHandleSet handles = profile.twitterAccounts();
+    return {handles->begin(), handles->end()};
+}
+
+testsupport::Pixels picture(int width, int height) {
+    return testsupport::Pixels(width, height);
+}
+
+/// Everything that a card can hold, with texts that are hard to write.
+QVSocialProfile fullProfile() {
+    QVSocialProfile profile;
+    profile.setFormattedName("Dr. Zoë van den Berg; 山田, \\ Jr.");
+    profile.setJobTitle("Head, R&D; \"Things\"\nand more");
+    profile.setCompany("Exämple; Söhne, Inc.");
+    addEmail(profile, "Work", "zoe@example.com");
+    addEmail(profile, std::nullopt, "z@example.org");
+    addEmail(profile, "Büro; \"oben\", 2", "zoe@buero.example");
+    addEmail(profile, "Email", "e@example.net");
+    addPhone(profile, "Mobile", "+1 202 555 0142");
+    addPhone(profile, "Work Fax", "+1 202 555 0143");
+    addPhone(profile, "Zentrale", "+49 30 901820");
+    addPhone(profile, std::nullopt, "+44 20 7946 0000 ext. 5");
+    profile.setAddressList({QVPostalAddress::addressWithLabel("Home", "1, Main St.; Rear\nSpringfield, IL 62701\nUSA"),
+                            QVPostalAddress::addressWithLabel("Lager", "Hafenstraße 5")});
+    addHandle(profile, "zoe");
+    addHandle(profile, "zoë/b?");
+    profile.setProfileURLLinkedInPublic("https://www.linkedin.com/in/zoe");
+    profile.setProfileURLFacebook("https://www.facebook.com/zoe");
+    return profile;
+}
+
+void expectSameContact(const QVSocialProfile& actual, const QVSocialProfile& expected) {
+    EXPECT_EQ(actual.formattedName(), expected.formattedName());
+    EXPECT_EQ(actual.jobTitle(), expected.jobTitle());
+    EXPECT_EQ(actual.company(), expected.company());
+    EXPECT_EQ(emailsOf(actual), emailsOf(expected));
+    EXPECT_EQ(phonesOf(actual), phonesOf(expected));
+    EXPECT_EQ(addressesOf(actual), addressesOf(expected));
+    EXPECT_EQ(handlesOf(actual), handlesOf(expected));
+    EXPECT_EQ(actual.profileURLLinkedInPublic(), expected.profileURLLinkedInPublic());
+    EXPECT_EQ(actual.profileURLFacebook(), expected.profileURLFacebook());
+    EXPECT_EQ(actual.addressBookAvatarData(), expected.addressBookAvatarData());
+}
+
+class VCardProfileVersions : public testing::TestWithParam<std::string> {};
+
+TEST_P(VCardProfileVersions, ReadingBackGivesTheSameContact) {
+    QVSocialProfile profile = fullProfile();
+    profile.setAddressBookAvatarData(testsupport::makeJPEG(picture(40, 30)));
+    VCard card = readCard(cardWithLines(GetParam(), "X-A:b\r\n"));
+    updateCard(card, profile, "u-1");
+    const auto again = profileOfCard(readCard(card.bytes()), "other");
+    expectSameContact(*again, profile);
+    EXPECT_EQ(again->addressBookUID(), "u-1");
+    EXPECT_EQ(again->profileType(), QVSocialProfileSourceAddressBook);
+    EXPECT_EQ(again->jobTitleSource(), QVSocialProfileSourceAddressBook);
+    EXPECT_EQ(again->companySource(), QVSocialProfileSourceAddressBook);
+}
+
+TEST_P(VCardProfileVersions, WritingTwiceChangesNothing) {
+    QVSocialProfile profile = fullProfile();
+    profile.setAddressBookAvatarData(testsupport::makePNG(picture(800, 30)));
+    VCard card = readCard(cardWithLines(GetParam(), ""));
+    updateCard(card, profile, "u-1");
+    const std::string bytes = card.bytes();
+    VCard again = readCard(bytes);
+    updateCard(again, profile, "u-2");
+    EXPECT_EQ(again.bytes(), bytes);
+    updateCard(again, *profileOfCard(again, ""), "u-3");
+    EXPECT_EQ(again.bytes(), bytes);
+}
+
+TEST_P(VCardProfileVersions, UnknownLinesStayByteForByte) {
+    const std::string odd = "X-ODD;;A=:  \r\nitem1.X-B:c\r\n  d\r\n\r\nNOTE:a\\q\r\n";
+    const std::string known = "UID:u\r\nfn:Ada\r\nN:Example;Ada;;;\r\nTITLE;X=y:Old\r\n  title\r\n";
+    VCard card = readCard(cardWithLines(GetParam(), known + odd));
+    QVSocialProfile profile;
+    profile.setJobTitle("New");
+    addEmail(profile, std::nullopt, "a@example.com");
+    updateCard(card, profile, "other");
+    EXPECT_EQ(card.bytes(), cardWithLines(GetParam(), "UID:u\r\nfn:Ada\r\nN:Example;Ada;;;\r\nTITLE;X=y:New\r\n" + odd +
+                                                          "EMAIL:a@example.com\r\n"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Versions, VCardProfileVersions, testing::Values("2.1", "3.0", "4.0"), [](const auto& row) {
+    return row.param == "2.1" ? "V21" : row.param == "3.0" ? "V30" : "V40";
+});
+
+TEST(VCardProfileTest, NewCardsLookLikeThis) {
+    QVSocialProfile profile;
+    profile.setFormattedName("Dr. Ada Example");
+    profile.setJobTitle("Engineer");
+    profile.setCompany("Example, Inc.");
+    addEmail(profile, "Work", "ada@example.com");
+    addPhone(profile, "Mobile", "+1 202 555 0142");
+    addPhone(profile, "Reception", "+1 202 555 0100");
+    addHandle(profile, "@ada");
+    profile.setProfileURLLinkedInPublic("https://www.linkedin.com/in/ada,b;c");
+    VCard card = VCard::emptyCard();
+    updateCard(card, profile, "u-1");
+    EXPECT_EQ(card.bytes(), cardWithLines("3.0",
+                                          "UID:u-1\r\n"
+                                          "FN:Dr. Ada Example\r\n"
+                                          "N:Example;Ada;;Dr.;\r\n"
+                                          "TITLE:Engineer\r\n"
+                                          "ORG:Example\\, Inc.\r\n"
+                                          "EMAIL;TYPE=INTERNET,WORK:ada@example.com\r\n"
+                                          "TEL;TYPE=CELL:+1 202 555 0142\r\n"
+                                          "item1.TEL:+1 202 555 0100\r\n"
+                                          "item1.X-ABLabel:Reception\r\n"
+                                          "X-SOCIALPROFILE;TYPE=linkedin:https://www.linkedin.com/in/ada%2Cb%3Bc\r\n"
+                                          "X-SOCIALPROFILE;TYPE=twitter:https://twitter.com/ada\r\n"));
+}
+
+TEST(VCardProfileTest, AbsentAndBlankValuesChangeNothing) {
+    const std::string bytes = cardWithLines("3.0", "UID:u\r\nFN:Ada\r\nN:;Ada;;;\r\nTITLE:t\r\nORG:o;d\r\n");
+    VCard card = readCard(bytes);
+    updateCard(card, QVSocialProfile(), "other");
+    QVSocialProfile blank;
+    blank.setFormattedName(" ");
+    blank.setJobTitle("");
+    blank.setCompany("\n");
+    blank.setProfileURLLinkedInPublic("");
+    blank.setProfileURLFacebook("javascript:alert(1)");
+    blank.setAddressBookAvatarData(qv::Data());
+    updateCard(card, blank, "other");
+    EXPECT_EQ(card.bytes(), bytes);
+}
+
+TEST(VCardProfileTest, MissingNamesAreStoodFor) {
+    const auto nameFor = [](const QVSocialProfile& profile) {
+        VCard card = VCard::emptyCard();
+        updateCard(card, profile, "u");
+        EXPECT_EQ(card.propertyNamed("N")->value, ";;;;");
+        return card.propertyNamed("FN")->text();
+    };
+    QVSocialProfile profile;
+    EXPECT_EQ(nameFor(profile), "Unnamed");
+    addHandle(profile, "handle");
+    EXPECT_EQ(nameFor(profile), "handle");
+    addPhone(profile, std::nullopt, "123");
+    EXPECT_EQ(nameFor(profile), "123");
+    addEmail(profile, std::nullopt, "a@example.com");
+    EXPECT_EQ(nameFor(profile), "a@example.com");
+    profile.setCompany("Example");
+    EXPECT_EQ(nameFor(profile), "Example");
+}
+
+TEST(VCardProfileTest, ACorrectedNameStaysWithItsDisplayName) {
+    const std::string bytes =
+        cardWithLines("3.0", "UID:u\r\nFN:Gabriel García Márquez\r\nN:García Márquez;Gabriel;;;\r\n");
+    VCard card = readCard(bytes);
+    QVSocialProfile profile;
+    profile.setFormattedName("Gabriel García Márquez");
+    updateCard(card, profile, "u");
+    EXPECT_EQ(card.bytes(), bytes);
+    profile.setFormattedName("Ada Example");
+    updateCard(card, profile, "u");
+    EXPECT_EQ(card.bytes(), cardWithLines("3.0", "UID:u\r\nFN:Ada Example\r\nN:Example;Ada;;;\r\n"));
+}
+
+TEST(VCardProfileTest, OldCardsWithoutDisplayNameGetTheirOwn) {
+    VCard card = readCard(cardWithLines("2.1", "N:Example;Ada;B.;Dr.;PhD\r\n"));
+    EXPECT_EQ(profileOfCard(card, "u")->formattedName(), "Dr. Ada B. Example PhD");
+    QVSocialProfile profile;
+    addEmail(profile, std::nullopt, "a@example.com");
+    updateCard(card, profile, "u");
+    EXPECT_THAT(card.bytes(), HasSubstr("N:Example;Ada;B.;Dr.;PhD\r\n"));
+    EXPECT_THAT(card.bytes(), HasSubstr("FN:Dr. Ada B. Example PhD\r\n"));
+}
+
+TEST(VCardProfileTest, DepartmentsStay) {
+    VCard card = readCard(cardWithLines("3.0", "UID:u\r\nFN:a\r\nN:;a;;;\r\nORG:Old\\, Inc.;R\\;D;Lab\r\n"));
+    EXPECT_EQ(profileOfCard(card, "u")->company(), "Old, Inc.");
+    QVSocialProfile profile;
+    profile.setCompany("New");
+    updateCard(card, profile, "u");
+    EXPECT_THAT(card.bytes(), HasSubstr("ORG:New;R\\;D;Lab\r\n"));
+}
+
+TEST(VCardProfileTest, KnownEntriesAreNotAddedAgain) {
+    const std::string bytes = cardWithLines(
+        "3.0",
+        "UID:u\r\nFN:a\r\nN:;a;;;\r\nEMAIL;TYPE=HOME:Ada@Example.com\r\nTEL:202-555-0142\r\n"
+        "ADR:;;1 Main St.;Springfield;IL;62701;USA\r\nX-TWITTER:@Ada\r\nURL:https://linkedin.com/in/ada\r\n");
+    VCard card = readCard(bytes);
+    QVSocialProfile profile;
+    addEmail(profile, "Work", "ada@example.COM");
+    addPhone(profile, "Mobile", "+1 202 555 0142");
+    addHandle(profile, "ADA");
+    profile.setProfileURLLinkedInPublic("https://linkedin.com/in/ada");
+    profile.setAddressList({QVPostalAddress::addressWithLabel("Work", "1 main st.\nSpringfield, IL 62701\nUSA")});
+    updateCard(card, profile, "u");
+    EXPECT_EQ(card.bytes(), bytes);
+}
+
+struct LabelRow {
+    std::string name;
+    std::string version;
+    std::string lines;
+    QVString label;
+};
+
+class VCardLabels : public testing::TestWithParam<LabelRow> {};
+
+TEST_P(VCardLabels, AreRead) {
+    const auto profile = profileOf(GetParam().version, GetParam().lines);
+    const Entries entries = phonesOf(*profile).empty() ? emailsOf(*profile) : phonesOf(*profile);
+    ASSERT_EQ(entries.size(), 1U);
+    EXPECT_EQ(entries.front().first, GetParam().label);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, VCardLabels,
+    testing::Values(LabelRow{"None", "3.0", "TEL:1\r\n", std::nullopt},
+                    LabelRow{"Cell", "3.0", "TEL;TYPE=cell,pref:1\r\n", "Mobile"},
+                    LabelRow{"Cell21", "2.1", "TEL;CELL:1\r\n", "Mobile"},
+                    LabelRow{"Cell40", "4.0", "TEL;VALUE=uri;TYPE=\"voice,cell\":tel:+1\r\n", "Mobile"},
+                    LabelRow{"WorkCell", "3.0", "TEL;TYPE=WORK;TYPE=CELL:1\r\n", "Work Mobile"},
+                    LabelRow{"WorkFax", "2.1", "TEL;WORK;FAX:1\r\n", "Work Fax"},
+                    LabelRow{"HomeFax", "3.0", "TEL;TYPE=FAX,HOME:1\r\n", "Home Fax"},
+                    LabelRow{"Fax", "3.0", "TEL;TYPE=FAX:1\r\n", "Fax"},
+                    LabelRow{"WorkVoice", "3.0", "TEL;TYPE=WORK,VOICE:1\r\n", "Work"},
+                    LabelRow{"Home", "3.0", "TEL;TYPE=HOME:1\r\n", "Home"},
+                    LabelRow{"Pager", "3.0", "TEL;TYPE=PAGER:1\r\n", "Pager"},
+                    LabelRow{"Voice", "3.0", "TEL;TYPE=VOICE:1\r\n", "Phone"},
+                    LabelRow{"Unknown", "3.0", "TEL;TYPE=X-CAR:1\r\n", std::nullopt},
+                    LabelRow{"Internet", "3.0", "EMAIL;TYPE=INTERNET:a@b.example\r\n", "Email"},
+                    LabelRow{"EmailWork", "3.0", "EMAIL;TYPE=internet,work:a@b.example\r\n", "Work"},
+                    LabelRow{"Free", "3.0", "item1.TEL;TYPE=WORK:1\r\nITEM1.X-ABLABEL:Front\\, desk\r\n",
+                             "Front, desk"},
+                    LabelRow{"Wrapped", "3.0", "a.TEL:1\r\na.X-ABLabel:_$!<Mobile>!$_\r\n", "Mobile"},
+                    LabelRow{"EmptyFree", "3.0", "a.TEL;TYPE=CELL:1\r\na.X-ABLabel: \r\n", "Mobile"},
+                    LabelRow{"OtherGroup", "3.0", "a.TEL;TYPE=CELL:1\r\nb.X-ABLabel:No\r\n", "Mobile"}),
+    [](const auto& row) { return row.param.name; });
+
+struct LinkRow {
+    std::string name;
+    std::string lines;
+    QVString linkedIn;
+    QVString facebook;
+    std::vector<std::string> handles;
+};
+
+class VCardLinks : public testing::TestWithParam<LinkRow> {};
+
+TEST_P(VCardLinks, AreRead) {
+    const auto profile = profileOf("3.0", GetParam().lines);
+    EXPECT_EQ(profile->profileURLLinkedInPublic(), GetParam().linkedIn);
+    EXPECT_EQ(profile->profileURLFacebook(), GetParam().facebook);
+    EXPECT_EQ(handlesOf(*profile), GetParam().handles);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Rows, VCardLinks,
+    testing::Values(
+        LinkRow{"LinkedIn",
+                "X-SOCIALPROFILE;TYPE=linkedin:https://de.linkedin.com/in/a\r\n",
+                "https://de.linkedin.com/in/a",
+                {},
+                {}},
+        LinkRow{"PlainURL", "URL:http://www.facebook.com/a\r\n", {}, "http://www.facebook.com/a", {}},
+        LinkRow{"EscapedColon", "URL:https\\://fb.com/a\r\n", {}, "https://fb.com/a", {}},
+        LinkRow{
+            "TypeIsNotBelieved", "X-SOCIALPROFILE;TYPE=linkedin:https://linkedin.com.evil.example/\r\n", {}, {}, {}},
+        LinkRow{"EndingIsNotEnough", "URL:https://notlinkedin.com/in/a\r\n", {}, {}, {}},
+        LinkRow{"OtherScheme", "URL:ftp://linkedin.com/in/a\r\n", {}, {}, {}},
+        LinkRow{"Twitter", "X-SOCIALPROFILE;TYPE=twitter:http://twitter.com/ada?x=y\r\n", {}, {}, {"ada"}},
+        LinkRow{"X", "URL:https://x.com/ada/\r\n", {}, {}, {"ada"}},
+        LinkRow{"TwitterWithoutHandle", "URL:https://twitter.com\r\n", {}, {}, {}},
+        LinkRow{"TwitterUser", "X-SOCIALPROFILE;type=twitter;x-user=ada:x-apple:ada\r\n", {}, {}, {"ada"}},
+        LinkRow{"TwitterBare", "X-SOCIALPROFILE;type=twitter:@ada\r\n", {}, {}, {"@ada"}},
+        LinkRow{
+            "SocialProfile", "SOCIALPROFILE;SERVICE-TYPE=Twitter;USERNAME=ada:https://a.example/\r\n", {}, {}, {"ada"}},
+        LinkRow{
+            "XTwitter", "X-TWITTER:ada\r\nX-SOCIALPROFILE;TYPE=twitter:https://twitter.com/ADA\r\n", {}, {}, {"ADA"}}),
+    [](const auto& row) { return row.param.name; });
+
+TEST(VCardProfileTest, ReadsAddresses) {
+    const auto profile = profileOf("4.0",
+                                   "ADR;TYPE=home:;;5 Rue\\, A;Paris;;75001;France\r\n"
+                                   "ADR;TYPE=work:PO 1;Floor 2;1 Main St.;Springfield;IL;62701;USA\r\n"
+                                   "ADR;LABEL=\"Line 1^nLine 2\":;;x;;;;\r\nADR:;;;;;;\r\nADR:short\r\n");
+    EXPECT_THAT(
+        addressesOf(*profile),
+        ElementsAre(std::pair(QVString("Home"), std::string("5 Rue, A\n75001 Paris\nFrance")),
+                    std::pair(QVString("Work"), std::string("PO 1\nFloor 2\n1 Main St.\nSpringfield, IL 62701\nUSA")),
+                    std::pair(QVString(), std::string("Line 1\nLine 2")), std::pair(QVString(), std::string("short"))));
+}
+
+TEST(VCardProfileTest, TellsWhetherThereIsAnythingToSave) {
+    QVSocialProfile profile;
+    profile.setProfileType(QVSocialProfileSourceAddressBook);
+    profile.setAddressBookUID("u");
+    profile.setFormattedName(" ");
+    EXPECT_FALSE(profileHasContents(profile));
+    addHandle(profile, "a");
+    EXPECT_TRUE(profileHasContents(profile));
+    EXPECT_TRUE(profileHasContents(fullProfile()));
+}
+
+TEST(VCardProfileTest, FindsEmailAddressesWithoutRegardToCase) {
+    const VCard card = readCard(cardWithLines("3.0", "EMAIL:A@Example.com\r\nitem1.EMAIL:b@example.com \r\n"));
+    EXPECT_TRUE(cardHasEmailAddress(card, "a@example.com"));
+    EXPECT_TRUE(cardHasEmailAddress(card, " B@EXAMPLE.COM"));
+    EXPECT_FALSE(cardHasEmailAddress(card, "c@example.com"));
+    EXPECT_FALSE(cardHasEmailAddress(card, ""));
+}
+
+qv::Data photoOf(const VCard& card) {
+    return profileOfCard(card, "u")->addressBookAvatarData().value_or(qv::Data());
+}
+
+VCard cardWithPicture(const std::string& version, const qv::Data& data) {
+    VCard card = readCard(cardWithLines(version, ""));
+    QVSocialProfile profile;
+    profile.setAddressBookAvatarData(data);
+    updateCard(card, profile, "u");
+    return readCard(card.bytes());
+}
+
+TEST(VCardProfileTest, PicturesAreScaledTo512Pixels) {
+    for (const std::string version : {"2.1", "3.0", "4.0"}) {
+        const auto facts =
+            testsupport::factsOfJPEG(photoOf(cardWithPicture(version, testsupport::makeJPEG(picture(1000, 600)))));
+        EXPECT_EQ(facts.width, 512);
+        EXPECT_EQ(facts.height, 307);
+    }
+    const auto tall =
+        testsupport::factsOfJPEG(photoOf(cardWithPicture("3.0", testsupport::makeTIFF(picture(2, 1024)))));
+    EXPECT_EQ(tall.width, 1);
+    EXPECT_EQ(tall.height, 512);
+}
+
+TEST(VCardProfileTest, SmallPicturesStayAsTheyAre) {
+    const qv::Data jpeg = testsupport::makeJPEG(picture(512, 512));
+    EXPECT_EQ(photoOf(cardWithPicture("3.0", jpeg)), jpeg);
+    const VCard card = cardWithPicture("3.0", testsupport::makePNG(picture(8, 8)));
+    EXPECT_EQ(photoOf(card), testsupport::makePNG(picture(8, 8)));
+    EXPECT_THAT(card.propertyNamed("PHOTO")->types(), ElementsAre("PNG"));
+}
+
+TEST(VCardProfileTest, OtherFormatsBecomeJPEG) {
+    const auto facts =
+        testsupport::factsOfJPEG(photoOf(cardWithPicture("3.0", testsupport::makeWebP(picture(20, 10)))));
+    EXPECT_EQ(facts.width, 20);
+    EXPECT_EQ(facts.height, 10);
+}
+
+TEST(VCardProfileTest, WhatIsNoPictureIsNotWritten) {
+    EXPECT_EQ(cardWithPicture("3.0", {'n', 'o'}).propertyNamed("PHOTO"), nullptr);
+}
+
+TEST(VCardProfileTest, LinkedPicturesStay) {
+    const std::string bytes =
+        cardWithLines("3.0", "UID:u\r\nFN:a\r\nN:;a;;;\r\nPHOTO;VALUE=uri:https://a.example/b.jpg\r\n");
+    VCard card = readCard(bytes);
+    EXPECT_FALSE(profileOfCard(card, "u")->addressBookAvatarData());
+    QVSocialProfile profile;
+    profile.setAddressBookAvatarData(testsupport::makeJPEG(picture(8, 8)));
+    updateCard(card, profile, "u");
+    EXPECT_EQ(card.bytes(), bytes);
+}
+
+TEST(VCardProfileTest, AnotherPictureReplacesTheCards) {
+    VCard card = cardWithPicture("3.0", testsupport::makeJPEG(picture(8, 8)));
+    const qv::Data other = testsupport::makeJPEG(picture(9, 9));
+    QVSocialProfile profile;
+    profile.setAddressBookAvatarData(other);
+    updateCard(card, profile, "u");
+    EXPECT_EQ(photoOf(card), other);
+    EXPECT_EQ(card.propertiesNamed("PHOTO").size(), 1U);
+}
+
+}  // namespace
