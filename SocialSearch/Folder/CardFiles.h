@@ -1,0 +1,47 @@
+#pragma once
+
+#include "Folder/FolderFile.h"
+#include "QVPlatform/Error.h"
+#include "QVSocialSearch/QVAddressBook.h"
+#include "QVSocialSearch/VCard.h"
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// A card and the file it was read from.
+struct CardFile {
+    std::filesystem::path file;
+    std::string bytes;
+    mode_t mode = 0600;
+    VCard card;
+
+    /// The card's UID, or what stands for it.
+    std::string UID() const;
+};
+
+qv::Error addressBookError(QVAddressBookErrorCode code, std::string description);
+
+/// What could not be read in one walk through the folder.
+class Problems {
+  public:
+    void add(const std::filesystem::path& file, const std::string& what, bool isBroken);
+    /// One error for all of them; nothing when there were none.
+    std::optional<qv::Error> error() const;
+
+  private:
+    std::size_t mCount = 0;
+    std::string mText;
+    bool mAllAreBroken = true;
+};
+
+/// The cards' files in the order of their names; nothing when the folder cannot be read.
+std::optional<std::vector<std::filesystem::path>> filesOfCards(const std::filesystem::path& folder);
+
+/// Reads one card. Nothing when it is gone (no problem then) or cannot be read.
+std::optional<CardFile> readCardFile(const std::filesystem::path& file, Problems& problems);
+
+/// Shows every card that can be read to `visit` until it says that it has seen enough.
+void visitCards(const std::filesystem::path& folder, Problems& problems, const std::function<bool(CardFile&)>& visit);

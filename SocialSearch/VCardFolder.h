@@ -1,0 +1,36 @@
+#pragma once
+
+#include "QVSocialSearch/QVAddressBook.h"
+
+#include <filesystem>
+
+/// An address book in a folder: one vCard per file (`*.vcf`), as many contact programs and synchronisers share it.
+///
+/// Files are never written in place: a new file is written beside the card, synced, and put under the card's name at
+/// once, so that whoever reads sees the old card or the new one. A card that another program changes meanwhile is
+/// read and merged again before it is replaced. Savers of this class take turns through a lock on the folder, in
+/// whichever process they are, and the lock goes with its process. Files that begin with a dot and those of other
+/// names are not looked at; cards that are broken, or larger than 16 MiB, are left alone and reported.
+///
+/// A card without UID goes by its file's name, without ".vcf", and gets that as UID when it is saved. Of several cards
+/// with one UID the first in the order of file names counts.
+///
+/// All operations block and may be called from any thread.
+class QV_EXPORT VCardFolder : public QVAddressBook {
+  public:
+    /// The folder is made by the first save when it is not there; the one above it must be there.
+    explicit VCardFolder(std::filesystem::path folder) : mFolder(std::move(folder)) {}
+
+    const std::filesystem::path& folder() const { return mFolder; }
+
+    /// The file with that UID; an empty path when there is none.
+    std::filesystem::path fileWithUID(const std::string& UID) const;
+
+    QVAddressBookSaveResult saveProfile(const QVSocialProfile& profile) override;
+    Profiles profiles(std::optional<qv::Error>* error) override;
+    Profiles profilesWithEmailAddress(const std::string& address, std::optional<qv::Error>* error) override;
+    std::shared_ptr<QVSocialProfile> profileWithUID(const std::string& UID, std::optional<qv::Error>* error) override;
+
+  private:
+    std::filesystem::path mFolder;
+};
