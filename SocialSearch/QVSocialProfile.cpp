@@ -43,7 +43,8 @@ std::string linesOf(const QVSocialProfile& profile) {
         lines += qv::format("\n  %@: %@", email->label(), email->address());
     for (const auto& phone : profile.phoneNumbers())
         lines += qv::format("\n  %@: %@", phone->type(), phone->number());
-    for (const auto& handle : *profile.twitterAccounts())
+    const auto handles = profile.twitterAccounts();
+    for (const auto& handle : *handles)
         lines += qv::format("\n  Twitter: %@", handle);
     for (const auto& address : profile.addressList())
         lines += qv::format("\n  %@: %@", address->label(), address->formattedAddress());
