@@ -5,12 +5,6 @@
 
 #include <algorithm>
 
-// The encoder behind the library forgets a little memory of its threads; that is not what the tests look for.
-extern "C" const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions() {
-    return "leak:libx265";
-}
-
 namespace testsupport {
 
 namespace {
