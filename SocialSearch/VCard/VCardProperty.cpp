@@ -61,10 +61,13 @@ std::optional<VCardProperty> VCardProperty::propertyWithLine(VCardVersion versio
 void VCardProperty::decode() {
     const std::string characterSet = parameter("CHARSET").value_or("");
     const std::string bytes = isQuotedPrintable() ? textOfQuotedPrintable(value) : value;
-    const std::optional<std::string> text =
+    std::optional<std::string> text =
         textInCharacterSet(bytes, version == VCardVersion::V21 || isQuotedPrintable() ? characterSet : "UTF-8");
     isReadable = text.has_value();
-    if (text) value = *text;
+    if (!text) return;
+    // An encoded NUL could not be written back into a text.
+    std::erase(*text, '\0');
+    value = *std::move(text);
 }
 
 bool VCardProperty::isNamed(std::string_view capitalName) const {

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
 #include <utility>
 #include <vector>
@@ -359,6 +360,38 @@ TEST(VCardProfileTest, ReadsAddresses) {
         ElementsAre(std::pair(QVString("Home"), std::string("5 Rue, A\n75001 Paris\nFrance")),
                     std::pair(QVString("Work"), std::string("PO 1\nFloor 2\n1 Main St.\nSpringfield, IL 62701\nUSA")),
                     std::pair(QVString(), std::string("Line 1\nLine 2")), std::pair(QVString(), std::string("short"))));
+}
+
+/// Whatever single bytes are wrong in a card: it is refused, or kept to the byte and still a card after an update.
+TEST(VCardProfileTest, DamagedCardsAreRefusedOrStayCards) {
+    std::mt19937 random(7);
+    const std::string interesting =
+        "\r\n :;,=\"\\^.%\t\x80\xC3"
+        "aBEGIN0";
+    int kept = 0;
+    for (int i = 0; i < 6000; ++i) {
+        const std::string version = i % 3 == 0 ? "2.1" : i % 3 == 1 ? "3.0" : "4.0";
+        std::string bytes =
+            cardWithLines(version,
+                          "UID:u\r\nFN;CHARSET=UTF-8;ENCODING=QUOTED-PRINTABLE:Zo=C3=AB=\r\n X=0D=0A\r\n"
+                          "N:b;a\r\nORG;ENCODING=QUOTED-PRINTABLE:a;b=0D=0Ac\r\n"
+                          "item1.TEL;TYPE=\"work,cell\";PREF=1:+1\r\nitem1.X-ABLabel:x\r\n"
+                          "PHOTO;ENCODING=b:YQ\r\n ==\r\n\r\nADR;HOME:;;a\\;b;c\r\n");
+        for (int k = 0; k < 1 + i % 4; ++k)
+            bytes[random() % bytes.size()] = interesting[random() % interesting.size()];
+        auto card = VCard::cardWithBytes(bytes, nullptr);
+        if (!card) continue;
+        ++kept;
+        ASSERT_EQ(card->bytes(), bytes);
+        updateCard(*card, fullProfile(), "u");
+        const auto again = VCard::cardWithBytes(card->bytes(), nullptr);
+        ASSERT_TRUE(again) << bytes << card->bytes();
+        const auto profile = profileOfCard(*again, "u");
+        ASSERT_EQ(profile->formattedName(), fullProfile().formattedName()) << bytes << card->bytes();
+        ASSERT_EQ(profile->company(), fullProfile().company()) << bytes << card->bytes();
+        ASSERT_TRUE(cardHasEmailAddress(*again, "zoe@example.com")) << bytes << card->bytes();
+    }
+    EXPECT_GT(kept, 1000);
 }
 
 TEST(VCardProfileTest, TellsWhetherThereIsAnythingToSave) {

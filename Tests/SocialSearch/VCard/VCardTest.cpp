@@ -72,6 +72,7 @@ INSTANTIATE_TEST_SUITE_P(
                 "abcdef ghi"},
         TextRow{"QuotedPrintableBadEscapeStays", "2.1", "NOTE;ENCODING=QUOTED-PRINTABLE:a=XYb=4\r\n", "a=XYb=4"},
         TextRow{"QuotedPrintableIn30", "3.0", "NOTE;ENCODING=QUOTED-PRINTABLE:=C3=BC\r\n", "\xC3\xBC"},
+        TextRow{"QuotedPrintableNUL", "2.1", "NOTE;ENCODING=QUOTED-PRINTABLE:a=00b\r\n", "ab"},
         TextRow{"Latin1", "2.1", "NOTE;CHARSET=ISO-8859-1:M\xFCller\r\n", "M\xC3\xBCller"},
         TextRow{"Latin1InQuotedPrintable", "2.1", "NOTE;CHARSET=ISO-8859-1;ENCODING=QUOTED-PRINTABLE:M=FCller\r\n",
                 "M\xC3\xBCller"},
