@@ -23,7 +23,7 @@ std::filesystem::path VCardFolder::fileWithUID(const std::string& UID) const {
 }
 
 QVAddressBookSaveResult VCardFolder::saveProfile(const QVSocialProfile& profile) {
-    return CardSaver(mFolder, profile).save();
+    return CardSaver(mFolder, profile, mWillReplace).save();
 }
 
 QVAddressBook::Profiles VCardFolder::profiles(std::optional<qv::Error>* error) {

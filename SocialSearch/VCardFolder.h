@@ -3,6 +3,7 @@
 #include "QVSocialSearch/QVAddressBook.h"
 
 #include <filesystem>
+#include <functional>
 
 /// An address book in a folder: one vCard per file (`*.vcf`), as many contact programs and synchronisers share it.
 ///
@@ -23,6 +24,12 @@ class QV_EXPORT VCardFolder : public QVAddressBook {
 
     const std::filesystem::path& folder() const { return mFolder; }
 
+    /// Called on the saving thread when a card's new content is written beside it, before the card is looked at once
+    /// more and replaced; null: nobody. Set it before the first save. It lets tests be the other program.
+    void setWillReplace(std::function<void(const std::filesystem::path& file)> willReplace) {
+        mWillReplace = std::move(willReplace);
+    }
+
     /// The file with that UID; an empty path when there is none.
     std::filesystem::path fileWithUID(const std::string& UID) const;
 
@@ -33,4 +40,5 @@ class QV_EXPORT VCardFolder : public QVAddressBook {
 
   private:
     std::filesystem::path mFolder;
+    std::function<void(const std::filesystem::path& file)> mWillReplace;
 };

@@ -14,6 +14,10 @@ QVAddressBookSaveResult failed(QVAddressBookErrorCode code, std::string descript
     return {.error = addressBookError(code, std::move(description)), .UID = std::nullopt};
 }
 
+QVAddressBookSaveResult nothingToSave() {
+    return failed(QVAddressBookErrorNoProfile, "There is nothing to save");
+}
+
 QVAddressBookSaveResult unwritable(const std::filesystem::path& file) {
     return failed(QVAddressBookErrorUnwritable,
                   file.string() + ": it cannot be written: " + std::generic_category().message(errno));
@@ -33,15 +37,15 @@ bool mentionsUID(const std::string& bytes, const std::string& UID) {
 
 }  // namespace
 
-CardSaver::CardSaver(std::filesystem::path folder, const QVSocialProfile& profile)
-    : mFolder(std::move(folder)), mProfile(profile) {
+CardSaver::CardSaver(std::filesystem::path folder, const QVSocialProfile& profile, WillReplace willReplace)
+    : mFolder(std::move(folder)), mProfile(profile), mWillReplace(std::move(willReplace)) {
     const bool isRecord = (profile.profileType() & QVSocialProfileSourceAddressBook) != 0;
     mHasRecord = isRecord && !profile.addressBookUID().value_or("").empty();
     mUID = mHasRecord ? *profile.addressBookUID() : newUUID();
 }
 
 QVAddressBookSaveResult CardSaver::save() {
-    if (!profileHasContents(mProfile)) return failed(QVAddressBookErrorNoProfile, "There is nothing to save");
+    if (!mHasRecord && !profileHasContents(mProfile)) return nothingToSave();
     std::error_code error;
     std::filesystem::create_directory(mFolder, error);
     const FolderLock lock(mFolder);
@@ -92,6 +96,7 @@ CardSaver::Attempt CardSaver::update(CardFile& record) {
     if (bytes.size() > VCard::kMaximumSize) return unwritable(record.file);
     TemporaryFile file(mFolder, bytes, record.mode);
     if (!file.isWritten()) return unwritable(record.file);
+    if (mWillReplace) mWillReplace(record.file);
     const FileContent now = readFileContent(record.file, VCard::kMaximumSize);
     if (now.state != FileState::Read || now.bytes != record.bytes) return std::nullopt;
     if (!file.replace(record.file) || !syncFolder(mFolder)) return unwritable(record.file);
@@ -99,6 +104,7 @@ CardSaver::Attempt CardSaver::update(CardFile& record) {
 }
 
 CardSaver::Attempt CardSaver::create() {
+    if (!profileHasContents(mProfile)) return nothingToSave();
     VCard card = VCard::emptyCard();
     updateCard(card, mProfile, mUID);
     const std::string bytes = card.bytes();

@@ -4,13 +4,16 @@
 #include "QVSocialSearch/QVAddressBook.h"
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 
 /// One save into a folder of cards, from the look for the record to the synced folder.
 class CardSaver {
   public:
-    CardSaver(std::filesystem::path folder, const QVSocialProfile& profile);
+    using WillReplace = std::function<void(const std::filesystem::path& file)>;
+
+    CardSaver(std::filesystem::path folder, const QVSocialProfile& profile, WillReplace willReplace);
 
     QVAddressBookSaveResult save();
 
@@ -29,6 +32,7 @@ class CardSaver {
 
     std::filesystem::path mFolder;
     const QVSocialProfile& mProfile;
+    WillReplace mWillReplace;
     std::string mUID;
     bool mHasRecord = false;
     int mNamesTried = 0;

@@ -10,6 +10,7 @@
 
 #include <any>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -224,6 +225,71 @@ TEST_F(VCardFolderTest, NothingToSaveIsRefused) {
     ASSERT_TRUE(result.error);
     EXPECT_EQ(result.error->code, QVAddressBookErrorNoProfile);
     EXPECT_THAT(filesIn(mPath), IsEmpty());
+}
+
+TEST_F(VCardFolderTest, ARecordWithNothingThatWeKnowCanBeSaved) {
+    const auto file = mTemporary.write("u.vcf", card("u", "FN:\r\nN:;;;;\r\nNOTE:a\r\n"));
+    const QVAddressBookSaveResult result = mFolder.saveProfile(*mFolder.profileWithUID("u", nullptr));
+    EXPECT_FALSE(result.error) << descriptionOf(result.error);
+    EXPECT_EQ(result.outcome, QVAddressBookSaveOutcome::Updated);
+    QVSocialProfile gone;
+    gone.setProfileType(QVSocialProfileSourceAddressBook);
+    gone.setAddressBookUID("gone");
+    const auto error = mFolder.saveProfile(gone).error;
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->code, QVAddressBookErrorNoProfile);
+    EXPECT_THAT(filesIn(mPath), ElementsAre("u.vcf"));
+}
+
+TEST_F(VCardFolderTest, AChangeMadeMeanwhileIsMergedNotOverwritten) {
+    mTemporary.write("u.vcf", card("u", "FN:Ada Example\r\nN:Example;Ada;;;\r\n"));
+    int calls = 0;
+    mFolder.setWillReplace([&](const std::filesystem::path& file) {
+        EXPECT_EQ(file, mPath / "u.vcf");
+        if (++calls <= 3)
+            mTemporary.write(
+                "u.vcf", card("u", "FN:Ada Example\r\nN:Example;Ada;;;\r\nX-CHANGE:" + std::to_string(calls) + "\r\n"));
+    });
+    const QVAddressBookSaveResult result = mFolder.saveProfile(recordWithEmail("u", "a@example.com"));
+    EXPECT_EQ(result.outcome, QVAddressBookSaveOutcome::Updated);
+    EXPECT_EQ(calls, 4);
+    EXPECT_EQ(readFile(mPath / "u.vcf"),
+              card("u", "FN:Ada Example\r\nN:Example;Ada;;;\r\nX-CHANGE:3\r\nEMAIL:a@example.com\r\n"));
+    EXPECT_THAT(filesIn(mPath), ElementsAre("u.vcf"));
+}
+
+TEST_F(VCardFolderTest, ACardThatGoesMeanwhileIsMadeAnew) {
+    mTemporary.write("name.vcf", card("u", "FN:Ada\r\n"));
+    mFolder.setWillReplace([](const std::filesystem::path& file) { std::filesystem::remove(file); });
+    const QVAddressBookSaveResult result = mFolder.saveProfile(recordWithEmail("u", "a@example.com"));
+    EXPECT_EQ(result.outcome, QVAddressBookSaveOutcome::Created);
+    EXPECT_THAT(filesIn(mPath), ElementsAre("u.vcf"));
+}
+
+TEST_F(VCardFolderTest, ACardThatIsRenamedMeanwhileIsFoundAgain) {
+    mTemporary.write("name.vcf", card("u", "FN:Ada Example\r\nN:;;;;\r\n"));
+    bool isMoved = false;
+    mFolder.setWillReplace([&](const std::filesystem::path& file) {
+        if (!std::exchange(isMoved, true)) std::filesystem::rename(file, mPath / "other.vcf");
+    });
+    const QVAddressBookSaveResult result = mFolder.saveProfile(recordWithEmail("u", "a@example.com"));
+    EXPECT_EQ(result.outcome, QVAddressBookSaveOutcome::Updated);
+    EXPECT_THAT(filesIn(mPath), ElementsAre("other.vcf"));
+    EXPECT_THAT(readFile(mPath / "other.vcf"), HasSubstr("EMAIL:a@example.com\r\n"));
+}
+
+TEST_F(VCardFolderTest, OthersWhoNeverStopGiveAConflict) {
+    mTemporary.write("u.vcf", card("u", "FN:Ada\r\n"));
+    int calls = 0;
+    mFolder.setWillReplace([&](const std::filesystem::path&) {
+        mTemporary.write("u.vcf", card("u", "FN:Ada\r\nX-CHANGE:" + std::to_string(++calls) + "\r\n"));
+    });
+    const QVAddressBookSaveResult result = mFolder.saveProfile(recordWithEmail("u", "a@example.com"));
+    ASSERT_TRUE(result.error);
+    EXPECT_EQ(result.error->code, QVAddressBookErrorConflict);
+    EXPECT_EQ(calls, 20);
+    EXPECT_EQ(readFile(mPath / "u.vcf"), card("u", "FN:Ada\r\nX-CHANGE:20\r\n"));
+    EXPECT_THAT(filesIn(mPath), ElementsAre("u.vcf"));
 }
 
 TEST_F(VCardFolderTest, LeftoversOfKilledSaversGo) {
