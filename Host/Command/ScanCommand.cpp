@@ -3,6 +3,7 @@
 #include "Output/ErrorText.h"
 #include "Output/FieldTable.h"
 #include "Output/ScanJSON.h"
+#include "Output/ScanRemarks.h"
 #include "Recognition/AuthToken.h"
 #include "Recognition/EmbeddedServer.h"
 #include "Recognition/RemoteServer.h"
@@ -107,6 +108,8 @@ Result<ScanOutcome> ScanCommand::scan(RecognitionServer& server, std::vector<Car
 ExitStatus ScanCommand::report(const ScanOutcome& outcome, const std::vector<CardPicture>& pictures,
                                const std::string& serverName) const {
     sayErrors(outcome, serverName);
+    for (const std::string& remark : scanRemarks(outcome, mLanguage, serverName))
+        Messages::say(remark);
     const ExitStatus folder = mFolder ? writeFolder(outcome, pictures) : ExitStatus::Done;
     const ExitStatus output = StandardStreams::writeResult(resultText(outcome, mFolder && folder == ExitStatus::Done));
     if (folder != ExitStatus::Done) return folder;
