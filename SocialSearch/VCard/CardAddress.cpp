@@ -44,8 +44,9 @@ std::u16string meaningOfAddress(const std::string& text) {
 
 QVPostalAddressList addressesOfCard(const VCard& card) {
     QVPostalAddressList addresses;
+    const CardLabels labels(card);
     for (const VCardProperty* property : card.propertiesNamed("ADR")) {
-        auto address = QVPostalAddress::addressWithLabel(labelOfProperty(card, *property), textOfAddress(*property));
+        auto address = QVPostalAddress::addressWithLabel(labels.labelOfProperty(*property), textOfAddress(*property));
         if (address) addresses.push_back(std::move(address));
     }
     return addresses;

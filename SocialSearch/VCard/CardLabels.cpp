@@ -35,10 +35,10 @@ constexpr std::array<LabelRow, 14> kLabels{{
     {"ADR", {"HOME", ""}, "Home"},
 }};
 
-bool hasAllTypes(const VCardProperty& property, const LabelRow& row) {
-    return property.isNamed(row.property) && std::all_of(row.types.begin(), row.types.end(), [&](auto type) {
-               return type.empty() || property.hasType(type);
-           });
+bool hasAllTypes(const std::vector<std::string>& types, const LabelRow& row) {
+    return std::all_of(row.types.begin(), row.types.end(), [&](std::string_view type) {
+        return type.empty() || std::find(types.begin(), types.end(), type) != types.end();
+    });
 }
 
 /// Labels from one maker's programs are wrapped when they are standard ones: "_$!<Mobile>!$_".
@@ -85,13 +85,20 @@ bool canBeTypes(const VCardProperty& property, const LabelRow* row) {
 
 }  // namespace
 
-QVString labelOfProperty(const VCard& card, const VCardProperty& property) {
-    if (const VCardProperty* label = card.propertyNamed("X-ABLABEL", property.group)) {
-        const std::string text = withoutWrapping(label->text());
-        if (!isBlank(text)) return text;
+CardLabels::CardLabels(const VCard& card) {
+    for (const VCardProperty* property : card.propertiesNamed("X-ABLABEL")) {
+        const std::string text = withoutWrapping(property->text());
+        // The first one counts.
+        if (!property->group.empty() && !isBlank(text)) mTextsByGroup.emplace(capitals(property->group), text);
     }
+}
+
+QVString CardLabels::labelOfProperty(const VCardProperty& property) const {
+    const auto text = mTextsByGroup.find(capitals(property.group));
+    if (text != mTextsByGroup.end()) return text->second;
+    const std::vector<std::string> types = property.types();
     for (const LabelRow& row : kLabels) {
-        if (hasAllTypes(property, row)) return std::string(row.label);
+        if (property.isNamed(row.property) && hasAllTypes(types, row)) return std::string(row.label);
     }
     return std::nullopt;
 }

@@ -11,6 +11,8 @@ namespace {
 
 using Words = std::vector<std::string>;
 
+constexpr std::size_t kMaximumLength = 1000;
+
 std::string joined(Words::const_iterator begin, Words::const_iterator end) {
     std::string text;
     for (auto word = begin; word != end; ++word)
@@ -103,11 +105,15 @@ PersonName eastAsianName(const std::u16string& text) {
 }  // namespace
 
 PersonName PersonName::nameWithText(std::string_view displayName) {
+    PersonName name;
+    if (displayName.size() > kMaximumLength) {
+        name.given = displayName;
+        return name;
+    }
     Words words = wordsOfName(displayName);
     if (std::all_of(words.begin(), words.end(), [](const std::string& word) { return word == ","; })) return {};
     if (const std::u16string text = qv::Text::utf16(joined(words)); isEastAsian(text)) return eastAsianName(text);
 
-    PersonName name;
     name.suffix = joined(takeSuffixes(words));
     Words titles = takeTitles(words);
     const Words nicknames = takeNicknames(words);

@@ -18,6 +18,7 @@
 /// - a name in Chinese, Japanese or Korean script has the family name first: the first word, or without a blank the
 ///   first character, or two where a known double name or four Chinese characters say so. Kana without a blank stay
 ///   together, as family name.
+/// - a text of more than 1000 bytes is no name: all of it is the given name.
 /// The parts hold every word of the name once, in its own spelling.
 struct QV_EXPORT PersonName {
     std::string family;

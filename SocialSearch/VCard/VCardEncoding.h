@@ -24,11 +24,6 @@ std::string textOfQuotedPrintable(std::string_view text);
 /// becomes "=0D=0A", and an UTF-8 sequence stays in one line.
 std::string quotedPrintable(std::string_view text, std::size_t column, std::size_t width, std::string_view lineEnd);
 
-/// The text in UTF-8; nothing when the character set is not known or the bytes are none of it. An empty name stands for
-/// UTF-8 or else Windows-1252, which is what 2.1's writers meant by nothing.
-std::optional<std::string> textInCharacterSet(std::string_view bytes, const std::string& name);
-bool isUTF8(std::string_view bytes);
-
 /// Percent escapes out of a text; a "%" without two digits stays.
 std::string withoutPercentEscapes(std::string_view text);
 /// The URI with commas, semicolons, white space, control and non-ASCII bytes as percent escapes.

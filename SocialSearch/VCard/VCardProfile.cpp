@@ -1,47 +1,16 @@
 #include "QVSocialSearch/VCardProfile.h"
 
 #include "Merging/EntryMeaning.h"
-#include "QVSocialSearch/PersonName.h"
 #include "VCard/CardAddress.h"
 #include "VCard/CardLabels.h"
 #include "VCard/CardLinks.h"
 #include "VCard/CardPicture.h"
+#include "VCard/CardTexts.h"
 
 #include <algorithm>
 #include <vector>
 
 namespace {
-
-/// Absent when nothing is there but blanks.
-QVString presentText(const std::string& text) {
-    return isBlank(text) ? QVString() : QVString(trimmed(text));
-}
-
-QVString textNamed(const VCard& card, std::string_view name) {
-    for (const VCardProperty* property : card.propertiesNamed(name)) {
-        if (QVString text = presentText(property->text())) return text;
-    }
-    return std::nullopt;
-}
-
-QVString companyOf(const VCard& card) {
-    const VCardProperty* property = card.propertyNamed("ORG");
-    return property != nullptr ? presentText(property->components().front()) : std::nullopt;
-}
-
-/// FN, or the parts of N in the order of a western name where an old card has no FN.
-QVString nameOf(const VCard& card) {
-    if (QVString name = textNamed(card, "FN")) return name;
-    const VCardProperty* property = card.propertyNamed("N");
-    if (property == nullptr) return std::nullopt;
-    std::vector<std::string> parts = property->components();
-    parts.resize(5);
-    std::string name;
-    for (const std::size_t part : {3U, 1U, 2U, 0U, 4U}) {
-        if (!isBlank(parts[part])) name += (name.empty() ? "" : " ") + trimmed(parts[part]);
-    }
-    return presentText(name);
-}
 
 /// A 4.0 phone number may be a URI.
 std::string phoneNumberOf(const VCardProperty& property) {
@@ -51,8 +20,9 @@ std::string phoneNumberOf(const VCardProperty& property) {
 
 QVEmailSet emailsOf(const VCard& card) {
     auto emails = std::make_shared<qv::OrderedSet<std::shared_ptr<const QVEmail>>>();
+    const CardLabels labels(card);
     for (const VCardProperty* property : card.propertiesNamed("EMAIL")) {
-        const QVString label = labelOfProperty(card, *property);
+        const QVString label = labels.labelOfProperty(*property);
         if (auto email = QVEmail::emailWithLabel(label, trimmed(property->text()))) emails->insert(std::move(email));
     }
     return emails;
@@ -60,8 +30,9 @@ QVEmailSet emailsOf(const VCard& card) {
 
 QVPhoneNumberSet phonesOf(const VCard& card) {
     auto phones = std::make_shared<qv::OrderedSet<std::shared_ptr<const QVPhoneNumber>>>();
+    const CardLabels labels(card);
     for (const VCardProperty* property : card.propertiesNamed("TEL")) {
-        const QVString label = labelOfProperty(card, *property);
+        const QVString label = labels.labelOfProperty(*property);
         auto phone = QVPhoneNumber::phoneNumberWithNumber(phoneNumberOf(*property), label);
         if (phone) phones->insert(std::move(phone));
     }
@@ -74,30 +45,6 @@ auto setOf(const List& list) {
     for (const auto& entry : list)
         set->insert(entry);
     return set;
-}
-
-/// The first property of that name gets the text, or a new one when there is none or only empty ones.
-void writeText(VCard& card, const std::string& name, const QVString& text) {
-    if (isBlank(text)) return;
-    for (const VCardProperty* property : card.propertiesNamed(name)) {
-        if (textNamed(card, name) && isBlank(property->text())) continue;
-        if (trimmed(property->text()) == trimmed(*text)) return;
-        VCardProperty changed = *property;
-        changed.value = VCardProperty::withTexts(card.version(), name, {trimmed(*text)}).value;
-        return card.replaceProperty(property, std::move(changed));
-    }
-    card.addProperty(VCardProperty::withTexts(card.version(), name, {trimmed(*text)}));
-}
-
-/// Departments behind the company stay.
-void writeCompany(VCard& card, const QVString& company) {
-    if (isBlank(company) || companyOf(card) == trimmed(*company)) return;
-    const VCardProperty* property = card.propertyNamed("ORG");
-    if (property == nullptr)
-        return card.addProperty(VCardProperty::withTexts(card.version(), "ORG", {trimmed(*company)}));
-    VCardProperty changed = *property;
-    changed.value = property->valueWithFirstComponent(trimmed(*company));
-    card.replaceProperty(property, std::move(changed));
 }
 
 void writeEmails(VCard& card, const QVSocialProfile& profile) {
@@ -122,38 +69,6 @@ void writePhones(VCard& card, const QVSocialProfile& profile) {
         addPropertyWithLabel(card, VCardProperty::withTexts(card.version(), "TEL", {trimmed(phone.number())}),
                              phone.type());
     }
-}
-
-/// What stands for the name of somebody without one.
-std::string displayNameFor(const VCard& card, const QVSocialProfile& profile) {
-    for (const QVString& name : {nameOf(card), profile.company(), companyOf(card)}) {
-        if (!isBlank(name)) return trimmed(*name);
-    }
-    if (!profile.emailAddresses().empty()) return trimmed(profile.emailAddresses().front()->address());
-    if (!profile.phoneNumbers().empty()) return trimmed(profile.phoneNumbers().front()->number());
-    const QVHandleSet handles = profile.twitterAccounts();
-    return handles->begin() == handles->end() ? "Unnamed" : trimmed(*handles->begin());
-}
-
-VCardProperty nameProperty(const VCard& card, const std::string& displayName) {
-    const PersonName name = PersonName::nameWithText(displayName);
-    return VCardProperty::withTexts(card.version(), "N",
-                                    {name.family, name.given, name.additional, name.prefix, name.suffix});
-}
-
-/// A new display name brings a new N; one that stays keeps the N that somebody may have corrected. A name that only
-/// stands for a missing one is not split.
-void writeName(VCard& card, const QVSocialProfile& profile) {
-    const bool isOther = !isBlank(profile.formattedName()) && nameOf(card) != trimmed(*profile.formattedName());
-    const std::string displayName = nameOf(card).value_or("");
-    if (isOther) writeText(card, "FN", profile.formattedName());
-    if (!textNamed(card, "FN")) writeText(card, "FN", displayNameFor(card, profile));
-    const VCardProperty* old = card.propertyNamed("N");
-    if (old == nullptr) return card.addProperty(nameProperty(card, isOther ? *profile.formattedName() : displayName));
-    if (!isOther) return;
-    VCardProperty changed = *old;
-    changed.value = nameProperty(card, *profile.formattedName()).value;
-    card.replaceProperty(old, std::move(changed));
 }
 
 }  // namespace

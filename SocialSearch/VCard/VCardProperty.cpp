@@ -1,5 +1,6 @@
 #include "QVSocialSearch/VCardProperty.h"
 
+#include "VCard/CharacterSet.h"
 #include "VCard/VCardEncoding.h"
 #include "VCard/VCardParameters.h"
 #include "VCard/VCardText.h"
@@ -59,6 +60,7 @@ std::optional<VCardProperty> VCardProperty::propertyWithLine(VCardVersion versio
 }
 
 void VCardProperty::decode() {
+    if (parameters.empty() && isASCII(value)) return;
     const std::string characterSet = parameter("CHARSET").value_or("");
     const std::string bytes = isQuotedPrintable() ? textOfQuotedPrintable(value) : value;
     std::optional<std::string> text =

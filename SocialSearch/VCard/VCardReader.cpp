@@ -1,6 +1,7 @@
 #include "VCard/VCardReader.h"
 
 #include "QVSocialSearch/VCard.h"
+#include "VCard/CharacterSet.h"
 #include "VCard/VCardEncoding.h"
 
 namespace {
@@ -22,6 +23,10 @@ std::string_view withoutBlanks(std::string_view text) {
     const std::size_t end = text.find_last_not_of(" \t");
     const std::size_t begin = text.find_first_not_of(" \t");
     return begin == std::string_view::npos ? "" : text.substr(begin, end - begin + 1);
+}
+
+bool isFrame(const VCardProperty& property, std::string_view name) {
+    return property.isNamed(name) && capitals(withoutBlanks(property.value)) == "VCARD";
 }
 
 bool beginsWithBlank(std::string_view text) {
@@ -114,9 +119,8 @@ bool VCardReader::addLine(std::size_t begin, const std::string& text) {
     if (mVersion != VCardVersion::V21 && !isUTF8(text)) return fail("it is not in UTF-8");
     std::optional<VCardProperty> property = VCardProperty::propertyWithLine(mVersion, text);
     if (!property) return fail("line " + std::to_string(mLines.size() + 1) + " is not well formed");
-    const bool isFrame = capitals(withoutBlanks(property->value)) == "VCARD";
-    if (isFrame && property->isNamed("BEGIN")) return addFrame(std::move(line), /*isBegin=*/true);
-    if (isFrame && property->isNamed("END")) return addFrame(std::move(line), /*isBegin=*/false);
+    if (isFrame(*property, "BEGIN")) return addFrame(std::move(line), /*isBegin=*/true);
+    if (isFrame(*property, "END")) return addFrame(std::move(line), /*isBegin=*/false);
     if (mDepth == 0) return fail("something precedes its beginning");
     if (mDepth == 1) {
         property->decode();

@@ -4,6 +4,8 @@
 
 namespace {
 
+constexpr std::size_t kMaximumParts = 64;
+
 bool isEscaped(VCardVersion version, char c) {
     return c == '\\' || c == ';' || (c == ',' && version != VCardVersion::V21);
 }
@@ -55,7 +57,7 @@ std::vector<std::string> splitAt(std::string_view text, char separator) {
 std::vector<std::string> splitAtUnescaped(std::string_view value, char separator) {
     std::vector<std::string> parts(1);
     for (std::size_t i = 0; i < value.size(); ++i) {
-        if (value[i] == separator) {
+        if (value[i] == separator && parts.size() < kMaximumParts) {
             parts.emplace_back();
             continue;
         }

@@ -15,4 +15,5 @@ std::string unescapedText(VCardVersion version, std::string_view value);
 
 std::vector<std::string> splitAt(std::string_view text, char separator);
 /// The parts between those separators that have no backslash before them, still escaped; at least one.
+/// No structured value has as many as 64: the last one of so many is all the rest.
 std::vector<std::string> splitAtUnescaped(std::string_view value, char separator);

@@ -362,6 +362,36 @@ TEST(VCardProfileTest, ReadsAddresses) {
                     std::pair(QVString(), std::string("Line 1\nLine 2")), std::pair(QVString(), std::string("short"))));
 }
 
+/// Work that grew with the square of the lines would not end in the test's time.
+TEST(VCardProfileTest, HostileCardsTakeNoLongerThanTheirSize) {
+    std::string lines = "UID:u\r\nFN:a\r\n";
+    for (int i = 0; i < 4500; ++i) {
+        const std::string number = std::to_string(i);
+        lines += "i" + number + ".TEL;TYPE=\"a,b,c,d,e,f,g,h\":+1202" + std::to_string(1000000 + i) + "\r\n";
+        lines += "i" + number + ".X-ABLabel:L" + number + "\r\n";
+        lines += "i" + number + ".EMAIL:e" + number + "@example.com\r\nTITLE: \r\n";
+    }
+    lines += "TITLE:Boss\r\nN:" + std::string(1000000, ';') + "\r\nADR:" + std::string(1000000, ';') + "\r\n";
+    VCard card = readCard(cardWithLines("3.0", lines));
+    const auto profile = profileOfCard(card, "");
+    EXPECT_EQ(phonesOf(*profile).size(), 4500U);
+    EXPECT_EQ(phonesOf(*profile).back().first, "L4499");
+    EXPECT_EQ(emailsOf(*profile).size(), 4500U);
+    EXPECT_EQ(profile->jobTitle(), "Boss");
+    const std::string bytes = card.bytes();
+    updateCard(card, *profile, "");
+    EXPECT_EQ(card.bytes(), bytes);
+}
+
+TEST(VCardProfileTest, AHugeNameIsNotTakenApart) {
+    const std::string name(std::size_t{2} << 20, ',');
+    VCard card = readCard(cardWithLines("3.0", "UID:u\r\nFN:a " + name + "\r\n"));
+    QVSocialProfile profile;
+    profile.setJobTitle("t");
+    updateCard(card, profile, "u");
+    EXPECT_EQ(profileOfCard(readCard(card.bytes()), "u")->formattedName(), "a " + name);
+}
+
 /// Whatever single bytes are wrong in a card: it is refused, or kept to the byte and still a card after an update.
 TEST(VCardProfileTest, DamagedCardsAreRefusedOrStayCards) {
     std::mt19937 random(7);
@@ -369,7 +399,7 @@ TEST(VCardProfileTest, DamagedCardsAreRefusedOrStayCards) {
         "\r\n :;,=\"\\^.%\t\x80\xC3"
         "aBEGIN0";
     int kept = 0;
-    for (int i = 0; i < 6000; ++i) {
+    for (int i = 0; i < 3000; ++i) {
         const std::string version = i % 3 == 0 ? "2.1" : i % 3 == 1 ? "3.0" : "4.0";
         std::string bytes =
             cardWithLines(version,
@@ -391,7 +421,7 @@ TEST(VCardProfileTest, DamagedCardsAreRefusedOrStayCards) {
         ASSERT_EQ(profile->company(), fullProfile().company()) << bytes << card->bytes();
         ASSERT_TRUE(cardHasEmailAddress(*again, "zoe@example.com")) << bytes << card->bytes();
     }
-    EXPECT_GT(kept, 1000);
+    EXPECT_GT(kept, 500);
 }
 
 TEST(VCardProfileTest, TellsWhetherThereIsAnythingToSave) {

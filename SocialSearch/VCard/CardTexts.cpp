@@ -1,0 +1,93 @@
+#include "VCard/CardTexts.h"
+
+#include "Merging/EntryMeaning.h"
+#include "QVSocialSearch/PersonName.h"
+
+#include <vector>
+
+namespace {
+
+/// Absent when nothing is there but blanks.
+QVString presentText(const std::string& text) {
+    return isBlank(text) ? QVString() : QVString(trimmed(text));
+}
+
+/// What stands for the name of somebody without one.
+std::string displayNameFor(const VCard& card, const QVSocialProfile& profile) {
+    for (const QVString& name : {nameOf(card), profile.company(), companyOf(card)}) {
+        if (!isBlank(name)) return trimmed(*name);
+    }
+    if (!profile.emailAddresses().empty()) return trimmed(profile.emailAddresses().front()->address());
+    if (!profile.phoneNumbers().empty()) return trimmed(profile.phoneNumbers().front()->number());
+    const QVHandleSet handles = profile.twitterAccounts();
+    return handles->begin() == handles->end() ? "Unnamed" : trimmed(*handles->begin());
+}
+
+VCardProperty nameProperty(const VCard& card, const std::string& displayName) {
+    const PersonName name = PersonName::nameWithText(displayName);
+    return VCardProperty::withTexts(card.version(), "N",
+                                    {name.family, name.given, name.additional, name.prefix, name.suffix});
+}
+
+}  // namespace
+
+QVString textNamed(const VCard& card, std::string_view name) {
+    for (const VCardProperty* property : card.propertiesNamed(name)) {
+        if (QVString text = presentText(property->text())) return text;
+    }
+    return std::nullopt;
+}
+
+QVString companyOf(const VCard& card) {
+    const VCardProperty* property = card.propertyNamed("ORG");
+    return property != nullptr ? presentText(property->components().front()) : std::nullopt;
+}
+
+QVString nameOf(const VCard& card) {
+    if (QVString name = textNamed(card, "FN")) return name;
+    const VCardProperty* property = card.propertyNamed("N");
+    if (property == nullptr) return std::nullopt;
+    std::vector<std::string> parts = property->components();
+    parts.resize(5);
+    std::string name;
+    for (const std::size_t part : {3U, 1U, 2U, 0U, 4U}) {
+        if (!isBlank(parts[part])) name += (name.empty() ? "" : " ") + trimmed(parts[part]);
+    }
+    return presentText(name);
+}
+
+void writeText(VCard& card, const std::string& name, const QVString& text) {
+    if (isBlank(text)) return;
+    const bool hasText = textNamed(card, name).has_value();
+    for (const VCardProperty* property : card.propertiesNamed(name)) {
+        if (hasText && isBlank(property->text())) continue;
+        if (trimmed(property->text()) == trimmed(*text)) return;
+        VCardProperty changed = *property;
+        changed.value = VCardProperty::withTexts(card.version(), name, {trimmed(*text)}).value;
+        return card.replaceProperty(property, std::move(changed));
+    }
+    card.addProperty(VCardProperty::withTexts(card.version(), name, {trimmed(*text)}));
+}
+
+void writeCompany(VCard& card, const QVString& company) {
+    if (isBlank(company) || companyOf(card) == trimmed(*company)) return;
+    const VCardProperty* property = card.propertyNamed("ORG");
+    if (property == nullptr)
+        return card.addProperty(VCardProperty::withTexts(card.version(), "ORG", {trimmed(*company)}));
+    VCardProperty changed = *property;
+    changed.value = property->valueWithFirstComponent(trimmed(*company));
+    card.replaceProperty(property, std::move(changed));
+}
+
+void writeName(VCard& card, const QVSocialProfile& profile) {
+    const bool isOther = !isBlank(profile.formattedName()) && nameOf(card) != trimmed(*profile.formattedName());
+    const std::string displayName = nameOf(card).value_or("");
+    if (isOther) writeText(card, "FN", profile.formattedName());
+    if (!textNamed(card, "FN")) writeText(card, "FN", displayNameFor(card, profile));
+    const VCardProperty* old = card.propertyNamed("N");
+    if (old == nullptr) return card.addProperty(nameProperty(card, isOther ? *profile.formattedName() : displayName));
+    if (!isOther) return;
+    VCardProperty changed = *old;
+    changed.value = nameProperty(card, *profile.formattedName()).value;
+    card.replaceProperty(old, std::move(changed));
+}
