@@ -43,7 +43,7 @@ bool isOnTwitter(const VCardProperty& property) {
 }
 
 std::string twitterHandleOf(const VCardProperty& property) {
-    const std::string link = linkOf(property);
+    std::string link = linkOf(property);
     if (property.isNamed("X-TWITTER")) return link;
     if (networkOfLink(link) == "TWITTER") return handleOfLink(link);
     if (!isOnTwitter(property)) return "";
