@@ -1,7 +1,7 @@
 #include "Folder/CardFiles.h"
 
 #include "QVPlatform/Text.h"
-#include "QVSocialSearch/VCardProfile.h"
+#include "QVSocialSearch/QVVCardProfile.h"
 
 #include <algorithm>
 
@@ -16,7 +16,7 @@ bool isCardName(const std::string& name) {
 }  // namespace
 
 std::string CardFile::UID() const {
-    return uidOfCard(card).value_or(file.stem().string());
+    return qv::uidOfCard(card).value_or(file.stem().string());
 }
 
 qv::Error addressBookError(QVAddressBookErrorCode code, std::string description) {
@@ -51,11 +51,11 @@ std::optional<std::vector<std::filesystem::path>> filesOfCards(const std::filesy
 }
 
 std::optional<CardFile> readCardFile(const std::filesystem::path& file, Problems& problems) {
-    FileContent content = readFileContent(file, VCard::kMaximumSize);
+    FileContent content = readFileContent(file, QVVCard::kMaximumSize);
     if (content.state == FileState::Missing) return std::nullopt;
     std::string problem = content.state == FileState::TooLarge ? "it is too large" : "it cannot be opened and read";
     if (content.state == FileState::Read) {
-        if (std::optional<VCard> card = VCard::cardWithBytes(content.bytes, &problem))
+        if (std::optional<QVVCard> card = QVVCard::cardWithBytes(content.bytes, &problem))
             return CardFile{file, std::move(content.bytes), content.mode, *std::move(card)};
     }
     problems.add(file, problem, /*isBroken=*/content.state != FileState::Unreadable);

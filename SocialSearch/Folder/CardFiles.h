@@ -3,7 +3,7 @@
 #include "Folder/FolderFile.h"
 #include "QVPlatform/Error.h"
 #include "QVSocialSearch/QVAddressBook.h"
-#include "QVSocialSearch/VCard.h"
+#include "QVSocialSearch/QVVCard.h"
 
 #include <filesystem>
 #include <functional>
@@ -16,7 +16,7 @@ struct CardFile {
     std::filesystem::path file;
     std::string bytes;
     mode_t mode = 0600;
-    VCard card;
+    QVVCard card;
 
     /// The card's UID, or what stands for it.
     std::string UID() const;

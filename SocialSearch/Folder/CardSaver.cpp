@@ -1,6 +1,6 @@
 #include "Folder/CardSaver.h"
 
-#include "QVSocialSearch/VCardProfile.h"
+#include "QVSocialSearch/QVVCardProfile.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -45,7 +45,7 @@ CardSaver::CardSaver(std::filesystem::path folder, const QVSocialProfile& profil
 }
 
 QVAddressBookSaveResult CardSaver::save() {
-    if (!mHasRecord && !profileHasContents(mProfile)) return nothingToSave();
+    if (!mHasRecord && !qv::profileHasContents(mProfile)) return nothingToSave();
     std::error_code error;
     std::filesystem::create_directory(mFolder, error);
     const FolderLock lock(mFolder);
@@ -84,35 +84,35 @@ std::filesystem::path CardSaver::brokenRecord() const {
     for (const std::filesystem::path& file : files.value_or(std::vector<std::filesystem::path>())) {
         Problems problems;
         if (readCardFile(file, problems) || !problems.error()) continue;
-        if (file.stem() == mUID || mentionsUID(readFileContent(file, VCard::kMaximumSize).bytes, mUID)) return file;
+        if (file.stem() == mUID || mentionsUID(readFileContent(file, QVVCard::kMaximumSize).bytes, mUID)) return file;
     }
     return {};
 }
 
 CardSaver::Attempt CardSaver::update(CardFile& record) {
-    updateCard(record.card, mProfile, mUID);
+    qv::updateCard(record.card, mProfile, mUID);
     const std::string bytes = record.card.bytes();
     if (bytes == record.bytes) return finish(QVAddressBookSaveOutcome::Updated);
-    if (bytes.size() > VCard::kMaximumSize) return unwritable(record.file);
+    if (bytes.size() > QVVCard::kMaximumSize) return unwritable(record.file);
     TemporaryFile file(mFolder, bytes, record.mode);
     if (!file.isWritten()) return unwritable(record.file);
     if (mWillReplace) mWillReplace(record.file);
-    const FileContent now = readFileContent(record.file, VCard::kMaximumSize);
+    const FileContent now = readFileContent(record.file, QVVCard::kMaximumSize);
     if (now.state != FileState::Read || now.bytes != record.bytes) return std::nullopt;
     if (!file.replace(record.file) || !syncFolder(mFolder)) return unwritable(record.file);
     return finish(QVAddressBookSaveOutcome::Updated);
 }
 
 CardSaver::Attempt CardSaver::create() {
-    if (!profileHasContents(mProfile)) return nothingToSave();
-    VCard card = VCard::emptyCard();
-    updateCard(card, mProfile, mUID);
+    if (!qv::profileHasContents(mProfile)) return nothingToSave();
+    QVVCard card = QVVCard::emptyCard();
+    qv::updateCard(card, mProfile, mUID);
     const std::string bytes = card.bytes();
     // A name that is taken belongs to another card, or to this one, which the next attempt finds.
     const std::string name = mNamesTried++ == 0 && isFileName(mUID) ? mUID : newUUID();
     const std::filesystem::path path = mFolder / (name + ".vcf");
     TemporaryFile file(mFolder, bytes, 0644);
-    if (bytes.size() > VCard::kMaximumSize || !file.isWritten()) return unwritable(path);
+    if (bytes.size() > QVVCard::kMaximumSize || !file.isWritten()) return unwritable(path);
     const TemporaryFile::Placing placing = file.placeAs(path);
     if (placing == TemporaryFile::Placing::Taken) return std::nullopt;
     if (placing == TemporaryFile::Placing::Failed || !syncFolder(mFolder)) return unwritable(path);

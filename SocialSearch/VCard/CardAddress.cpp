@@ -20,7 +20,7 @@ std::string townLine(const std::vector<std::string>& parts) {
     return joined(joined(parts[Locality], ", ", parts[Region]), " ", parts[Code]);
 }
 
-std::string textOfAddress(const VCardProperty& property) {
+std::string textOfAddress(const QVVCardProperty& property) {
     if (const auto label = property.parameter("LABEL"); !isBlank(label)) return trimmed(*label);
     std::vector<std::string> parts = property.components();
     parts.resize(Country + 1);
@@ -42,23 +42,23 @@ std::u16string meaningOfAddress(const std::string& text) {
 
 }  // namespace
 
-QVPostalAddressList addressesOfCard(const VCard& card) {
+QVPostalAddressList addressesOfCard(const QVVCard& card) {
     QVPostalAddressList addresses;
     const CardLabels labels(card);
-    for (const VCardProperty* property : card.propertiesNamed("ADR")) {
+    for (const QVVCardProperty* property : card.propertiesNamed("ADR")) {
         auto address = QVPostalAddress::addressWithLabel(labels.labelOfProperty(*property), textOfAddress(*property));
         if (address) addresses.push_back(std::move(address));
     }
     return addresses;
 }
 
-void writeAddresses(VCard& card, const QVPostalAddressList& addresses) {
+void writeAddresses(QVVCard& card, const QVPostalAddressList& addresses) {
     std::set<std::u16string> known;
     for (const auto& address : addressesOfCard(card))
         known.insert(meaningOfAddress(address->formattedAddress()));
     for (const auto& address : addresses) {
         if (!known.insert(meaningOfAddress(address->formattedAddress())).second) continue;
         const std::vector<std::string> parts{"", "", trimmed(address->formattedAddress()), "", "", "", ""};
-        addPropertyWithLabel(card, VCardProperty::withTexts(card.version(), "ADR", parts), address->label());
+        addPropertyWithLabel(card, QVVCardProperty::withTexts(card.version(), "ADR", parts), address->label());
     }
 }

@@ -49,7 +49,7 @@ std::string withoutWrapping(std::string text) {
     return text.substr(kBegin.size(), text.size() - kBegin.size() - kEnd.size());
 }
 
-const LabelRow* rowForLabel(const VCardProperty& property, const std::string& label) {
+const LabelRow* rowForLabel(const QVVCardProperty& property, const std::string& label) {
     const auto row = std::find_if(kLabels.begin(), kLabels.end(), [&](const LabelRow& candidate) {
         return property.isNamed(candidate.property) &&
                qv::Text::lowercased(candidate.label) == qv::Text::lowercased(label);
@@ -57,10 +57,10 @@ const LabelRow* rowForLabel(const VCardProperty& property, const std::string& la
     return row == kLabels.end() ? nullptr : row;
 }
 
-void addTypes(VCardProperty& property, const LabelRow& row) {
-    VCardParameter parameter{.name = "TYPE", .values = {}};
+void addTypes(QVVCardProperty& property, const LabelRow& row) {
+    QVVCardParameter parameter{.name = "TYPE", .values = {}};
     // 4.0 has no type for what every address is.
-    const bool isInternet = property.isNamed("EMAIL") && property.version != VCardVersion::V40;
+    const bool isInternet = property.isNamed("EMAIL") && property.version != QVVCardVersion::V40;
     if (isInternet) parameter.values.emplace_back("INTERNET");
     for (const std::string_view type : row.types) {
         if (!type.empty() && type != "INTERNET") parameter.values.emplace_back(type);
@@ -69,31 +69,31 @@ void addTypes(VCardProperty& property, const LabelRow& row) {
 }
 
 /// 2.1 has no lists of types: each stands alone.
-void separateTypes(VCardProperty& property) {
-    std::vector<VCardParameter> parameters;
-    for (const VCardParameter& parameter : property.parameters) {
+void separateTypes(QVVCardProperty& property) {
+    std::vector<QVVCardParameter> parameters;
+    for (const QVVCardParameter& parameter : property.parameters) {
         for (const std::string& value : parameter.values)
             parameters.push_back({.name = parameter.name == "TYPE" ? "" : parameter.name, .values = {value}});
     }
     property.parameters = std::move(parameters);
 }
 
-bool canBeTypes(const VCardProperty& property, const LabelRow* row) {
+bool canBeTypes(const QVVCardProperty& property, const LabelRow* row) {
     // Without INTERNET there is no type that says "Email".
-    return row != nullptr && !(property.version == VCardVersion::V40 && row->types[0] == "INTERNET");
+    return row != nullptr && !(property.version == QVVCardVersion::V40 && row->types[0] == "INTERNET");
 }
 
 }  // namespace
 
-CardLabels::CardLabels(const VCard& card) {
-    for (const VCardProperty* property : card.propertiesNamed("X-ABLABEL")) {
+CardLabels::CardLabels(const QVVCard& card) {
+    for (const QVVCardProperty* property : card.propertiesNamed("X-ABLABEL")) {
         const std::string text = withoutWrapping(property->text());
         // The first one counts.
         if (!property->group.empty() && !isBlank(text)) mTextsByGroup.emplace(capitals(property->group), text);
     }
 }
 
-QVString CardLabels::labelOfProperty(const VCardProperty& property) const {
+QVString CardLabels::labelOfProperty(const QVVCardProperty& property) const {
     const auto text = mTextsByGroup.find(capitals(property.group));
     if (text != mTextsByGroup.end()) return text->second;
     const std::vector<std::string> types = property.types();
@@ -103,19 +103,19 @@ QVString CardLabels::labelOfProperty(const VCardProperty& property) const {
     return std::nullopt;
 }
 
-void addPropertyWithLabel(VCard& card, VCardProperty property, const QVString& label) {
+void addPropertyWithLabel(QVVCard& card, QVVCardProperty property, const QVString& label) {
     property.version = card.version();
     const LabelRow* row = label ? rowForLabel(property, *label) : nullptr;
     if (canBeTypes(property, row)) {
         addTypes(property, *row);
-        if (card.version() == VCardVersion::V21) separateTypes(property);
+        if (card.version() == QVVCardVersion::V21) separateTypes(property);
     } else if (!isBlank(label)) {
         property.group = card.unusedGroup();
     }
     const std::string group = property.group;
     card.addProperty(std::move(property));
     if (group.empty()) return;
-    VCardProperty text = VCardProperty::withTexts(card.version(), "X-ABLabel", {trimmed(*label)});
+    QVVCardProperty text = QVVCardProperty::withTexts(card.version(), "X-ABLabel", {trimmed(*label)});
     text.group = group;
     card.addProperty(std::move(text));
 }

@@ -26,7 +26,7 @@ std::string networkOfLink(const std::string& link) {
     return isHostOf(host, "twitter.com") || isHostOf(host, "x.com") ? "TWITTER" : "";
 }
 
-std::string linkOf(const VCardProperty& property) {
+std::string linkOf(const QVVCardProperty& property) {
     return trimmed(property.text());
 }
 
@@ -38,11 +38,11 @@ std::string handleOfLink(const std::string& link) {
     return withoutPercentEscapes(link.substr(path + 1, end == std::string::npos ? end : end - path - 1));
 }
 
-bool isOnTwitter(const VCardProperty& property) {
+bool isOnTwitter(const QVVCardProperty& property) {
     return property.hasType("TWITTER") || capitals(property.parameter("SERVICE-TYPE").value_or("")) == "TWITTER";
 }
 
-std::string twitterHandleOf(const VCardProperty& property) {
+std::string twitterHandleOf(const QVVCardProperty& property) {
     std::string link = linkOf(property);
     if (property.isNamed("X-TWITTER")) return link;
     if (networkOfLink(link) == "TWITTER") return handleOfLink(link);
@@ -54,45 +54,45 @@ std::string twitterHandleOf(const VCardProperty& property) {
 }
 
 /// What may hold links, the ones that are meant for it first.
-std::vector<const VCardProperty*> linkProperties(const VCard& card) {
-    std::vector<const VCardProperty*> all;
+std::vector<const QVVCardProperty*> linkProperties(const QVVCard& card) {
+    std::vector<const QVVCardProperty*> all;
     for (const char* name : {"X-SOCIALPROFILE", "SOCIALPROFILE", "X-TWITTER", "URL"}) {
-        for (const VCardProperty* property : card.propertiesNamed(name))
+        for (const QVVCardProperty* property : card.propertiesNamed(name))
             all.push_back(property);
     }
     return all;
 }
 
-const VCardProperty* pageOn(const VCard& card, std::string_view network) {
-    for (const VCardProperty* property : linkProperties(card)) {
+const QVVCardProperty* pageOn(const QVVCard& card, std::string_view network) {
+    for (const QVVCardProperty* property : linkProperties(card)) {
         if (networkOfLink(linkOf(*property)) == network) return property;
     }
     return nullptr;
 }
 
-QVHandleSet twitterHandles(const VCard& card) {
+QVHandleSet twitterHandles(const QVVCard& card) {
     auto handles = std::make_shared<qv::OrderedSet<std::string>>();
-    for (const VCardProperty* property : linkProperties(card)) {
+    for (const QVVCardProperty* property : linkProperties(card)) {
         if (const std::string handle = twitterHandleOf(*property); !isBlank(handle)) handles->insert(handle);
     }
     return handles;
 }
 
-VCardProperty socialProfile(const VCard& card, const std::string& type, const std::string& link) {
-    VCardProperty property = VCardProperty::withValue(card.version(), "X-SOCIALPROFILE", escapedURI(link));
+QVVCardProperty socialProfile(const QVVCard& card, const std::string& type, const std::string& link) {
+    QVVCardProperty property = QVVCardProperty::withValue(card.version(), "X-SOCIALPROFILE", escapedURI(link));
     property.parameters.push_back({.name = "TYPE", .values = {type}});
     return property;
 }
 
 /// A link to another network, or to none, is not the page that it was given for.
-void writePage(VCard& card, const std::string& network, const QVString& link) {
+void writePage(QVVCard& card, const std::string& network, const QVString& link) {
     if (!link || networkOfLink(trimmed(*link)) != network) return;
     const std::string escaped = escapedURI(trimmed(*link));
-    const VCardProperty* page = pageOn(card, network);
+    const QVVCardProperty* page = pageOn(card, network);
     if (page == nullptr) {
         card.addProperty(socialProfile(card, qv::Text::lowercased(network), trimmed(*link)));
     } else if (escapedURI(linkOf(*page)) != escaped) {
-        VCardProperty changed = *page;
+        QVVCardProperty changed = *page;
         changed.value = escaped;
         card.replaceProperty(page, std::move(changed));
     }
@@ -100,13 +100,13 @@ void writePage(VCard& card, const std::string& network, const QVString& link) {
 
 }  // namespace
 
-void readLinks(const VCard& card, QVSocialProfile& profile) {
+void readLinks(const QVVCard& card, QVSocialProfile& profile) {
     profile.mergeWithTwitterSet(twitterHandles(card));
-    if (const VCardProperty* page = pageOn(card, "LINKEDIN")) profile.setProfileURLLinkedInPublic(linkOf(*page));
-    if (const VCardProperty* page = pageOn(card, "FACEBOOK")) profile.setProfileURLFacebook(linkOf(*page));
+    if (const QVVCardProperty* page = pageOn(card, "LINKEDIN")) profile.setProfileURLLinkedInPublic(linkOf(*page));
+    if (const QVVCardProperty* page = pageOn(card, "FACEBOOK")) profile.setProfileURLFacebook(linkOf(*page));
 }
 
-void writeLinks(VCard& card, const QVSocialProfile& profile) {
+void writeLinks(QVVCard& card, const QVSocialProfile& profile) {
     writePage(card, "LINKEDIN", profile.profileURLLinkedInPublic());
     writePage(card, "FACEBOOK", profile.profileURLFacebook());
     QVSocialProfile known;

@@ -39,12 +39,12 @@ std::optional<qv::Data> bytesOfDataURI(std::string_view uri) {
     return bytesOfBase64(uri.substr(comma + 1));
 }
 
-VCardProperty photo(VCardVersion version, const qv::Data& data) {
+QVVCardProperty photo(QVVCardVersion version, const qv::Data& data) {
     const std::string format = isPNG(data) ? "PNG" : "JPEG";
-    VCardProperty property = VCardProperty::withValue(version, "PHOTO", base64(data));
-    if (version == VCardVersion::V40) {
+    QVVCardProperty property = QVVCardProperty::withValue(version, "PHOTO", base64(data));
+    if (version == QVVCardVersion::V40) {
         property.value.insert(0, isPNG(data) ? "data:image/png;base64," : "data:image/jpeg;base64,");
-    } else if (version == VCardVersion::V21) {
+    } else if (version == QVVCardVersion::V21) {
         property.parameters = {{.name = "ENCODING", .values = {"BASE64"}}, {.name = "", .values = {format}}};
     } else {
         property.parameters = {{.name = "ENCODING", .values = {"b"}}, {.name = "TYPE", .values = {format}}};
@@ -52,25 +52,25 @@ VCardProperty photo(VCardVersion version, const qv::Data& data) {
     return property;
 }
 
-std::optional<qv::Data> pictureOf(const VCardProperty& property) {
+std::optional<qv::Data> pictureOf(const QVVCardProperty& property) {
     std::optional<qv::Data> data = property.isBase64() ? property.bytes() : bytesOfDataURI(property.text());
     return data && !data->empty() ? data : std::nullopt;
 }
 
 }  // namespace
 
-std::optional<qv::Data> pictureOfCard(const VCard& card) {
-    const VCardProperty* property = card.propertyNamed("PHOTO");
+std::optional<qv::Data> pictureOfCard(const QVVCard& card) {
+    const QVVCardProperty* property = card.propertyNamed("PHOTO");
     return property != nullptr ? pictureOf(*property) : std::nullopt;
 }
 
-void writePicture(VCard& card, const qv::Data& picture) {
-    const VCardProperty* old = card.propertyNamed("PHOTO");
+void writePicture(QVVCard& card, const qv::Data& picture) {
+    const QVVCardProperty* old = card.propertyNamed("PHOTO");
     const std::optional<qv::Data> oldPicture = old != nullptr ? pictureOf(*old) : std::nullopt;
     if ((old != nullptr && !oldPicture) || oldPicture == picture) return;
     const std::optional<qv::Data> data = scaled(picture);
     if (!data || oldPicture == data) return;
-    VCardProperty property = photo(card.version(), *data);
+    QVVCardProperty property = photo(card.version(), *data);
     if (old == nullptr) return card.addProperty(std::move(property));
     property.group = old->group;
     card.replaceProperty(old, std::move(property));

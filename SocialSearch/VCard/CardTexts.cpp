@@ -1,7 +1,7 @@
 #include "VCard/CardTexts.h"
 
 #include "Merging/EntryMeaning.h"
-#include "QVSocialSearch/PersonName.h"
+#include "QVSocialSearch/QVPersonName.h"
 
 #include <vector>
 
@@ -13,7 +13,7 @@ QVString presentText(const std::string& text) {
 }
 
 /// What stands for the name of somebody without one.
-std::string displayNameFor(const VCard& card, const QVSocialProfile& profile) {
+std::string displayNameFor(const QVVCard& card, const QVSocialProfile& profile) {
     for (const QVString& name : {nameOf(card), profile.company(), companyOf(card)}) {
         if (!isBlank(name)) return trimmed(*name);
     }
@@ -23,29 +23,29 @@ std::string displayNameFor(const VCard& card, const QVSocialProfile& profile) {
     return handles->begin() == handles->end() ? "Unnamed" : trimmed(*handles->begin());
 }
 
-VCardProperty nameProperty(const VCard& card, const std::string& displayName) {
-    const PersonName name = PersonName::nameWithText(displayName);
-    return VCardProperty::withTexts(card.version(), "N",
-                                    {name.family, name.given, name.additional, name.prefix, name.suffix});
+QVVCardProperty nameProperty(const QVVCard& card, const std::string& displayName) {
+    const QVPersonName name = QVPersonName::nameWithText(displayName);
+    return QVVCardProperty::withTexts(card.version(), "N",
+                                      {name.family, name.given, name.additional, name.prefix, name.suffix});
 }
 
 }  // namespace
 
-QVString textNamed(const VCard& card, std::string_view name) {
-    for (const VCardProperty* property : card.propertiesNamed(name)) {
+QVString textNamed(const QVVCard& card, std::string_view name) {
+    for (const QVVCardProperty* property : card.propertiesNamed(name)) {
         if (QVString text = presentText(property->text())) return text;
     }
     return std::nullopt;
 }
 
-QVString companyOf(const VCard& card) {
-    const VCardProperty* property = card.propertyNamed("ORG");
+QVString companyOf(const QVVCard& card) {
+    const QVVCardProperty* property = card.propertyNamed("ORG");
     return property != nullptr ? presentText(property->components().front()) : std::nullopt;
 }
 
-QVString nameOf(const VCard& card) {
+QVString nameOf(const QVVCard& card) {
     if (QVString name = textNamed(card, "FN")) return name;
-    const VCardProperty* property = card.propertyNamed("N");
+    const QVVCardProperty* property = card.propertyNamed("N");
     if (property == nullptr) return std::nullopt;
     std::vector<std::string> parts = property->components();
     parts.resize(5);
@@ -56,38 +56,38 @@ QVString nameOf(const VCard& card) {
     return presentText(name);
 }
 
-void writeText(VCard& card, const std::string& name, const QVString& text) {
+void writeText(QVVCard& card, const std::string& name, const QVString& text) {
     if (isBlank(text)) return;
     const bool hasText = textNamed(card, name).has_value();
-    for (const VCardProperty* property : card.propertiesNamed(name)) {
+    for (const QVVCardProperty* property : card.propertiesNamed(name)) {
         if (hasText && isBlank(property->text())) continue;
         if (trimmed(property->text()) == trimmed(*text)) return;
-        VCardProperty changed = *property;
-        changed.value = VCardProperty::withTexts(card.version(), name, {trimmed(*text)}).value;
+        QVVCardProperty changed = *property;
+        changed.value = QVVCardProperty::withTexts(card.version(), name, {trimmed(*text)}).value;
         return card.replaceProperty(property, std::move(changed));
     }
-    card.addProperty(VCardProperty::withTexts(card.version(), name, {trimmed(*text)}));
+    card.addProperty(QVVCardProperty::withTexts(card.version(), name, {trimmed(*text)}));
 }
 
-void writeCompany(VCard& card, const QVString& company) {
+void writeCompany(QVVCard& card, const QVString& company) {
     if (isBlank(company) || companyOf(card) == trimmed(*company)) return;
-    const VCardProperty* property = card.propertyNamed("ORG");
+    const QVVCardProperty* property = card.propertyNamed("ORG");
     if (property == nullptr)
-        return card.addProperty(VCardProperty::withTexts(card.version(), "ORG", {trimmed(*company)}));
-    VCardProperty changed = *property;
+        return card.addProperty(QVVCardProperty::withTexts(card.version(), "ORG", {trimmed(*company)}));
+    QVVCardProperty changed = *property;
     changed.value = property->valueWithFirstComponent(trimmed(*company));
     card.replaceProperty(property, std::move(changed));
 }
 
-void writeName(VCard& card, const QVSocialProfile& profile) {
+void writeName(QVVCard& card, const QVSocialProfile& profile) {
     const bool isOther = !isBlank(profile.formattedName()) && nameOf(card) != trimmed(*profile.formattedName());
     const std::string displayName = nameOf(card).value_or("");
     if (isOther) writeText(card, "FN", profile.formattedName());
     if (!textNamed(card, "FN")) writeText(card, "FN", displayNameFor(card, profile));
-    const VCardProperty* old = card.propertyNamed("N");
+    const QVVCardProperty* old = card.propertyNamed("N");
     if (old == nullptr) return card.addProperty(nameProperty(card, isOther ? *profile.formattedName() : displayName));
     if (!isOther) return;
-    VCardProperty changed = *old;
+    QVVCardProperty changed = *old;
     changed.value = nameProperty(card, *profile.formattedName()).value;
     card.replaceProperty(old, std::move(changed));
 }

@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::size_t kWidth = 75;
 
-std::string headOf(const VCardProperty& property) {
+std::string headOf(const QVVCardProperty& property) {
     return (property.group.empty() ? "" : property.group + '.') + property.name +
            textOfParameters(property.version, property.parameters);
 }
@@ -29,12 +29,12 @@ std::string folded(std::string_view line, std::string_view lineEnd) {
     return result.append(lineEnd);
 }
 
-bool isPlain(const VCardProperty& property, std::string_view line) {
+bool isPlain(const QVVCardProperty& property, std::string_view line) {
     return line.size() <= kWidth && isASCII(line) && property.value.find('\n') == std::string::npos;
 }
 
 /// versit's 2.1: base64 ends with an empty line; other texts cannot be folded anywhere.
-std::string lineOf21(const VCardProperty& property, std::string_view lineEnd) {
+std::string lineOf21(const QVVCardProperty& property, std::string_view lineEnd) {
     const std::string line = headOf(property) + ':' + property.value;
     if (property.isBase64()) return folded(line, lineEnd).append(lineEnd);
     if (isPlain(property, line)) return line + std::string(lineEnd);
@@ -46,11 +46,11 @@ std::string lineOf21(const VCardProperty& property, std::string_view lineEnd) {
 
 }  // namespace
 
-VCardLine lineWithProperty(const VCardProperty& property, std::string_view lineEnd) {
+VCardLine lineWithProperty(const QVVCardProperty& property, std::string_view lineEnd) {
     VCardLine line;
     line.property = property;
     // The writer chooses how to encode.
-    std::erase_if(line.property->parameters, [&](const VCardParameter& parameter) {
+    std::erase_if(line.property->parameters, [&](const QVVCardParameter& parameter) {
         const std::string name = capitals(parameter.name);
         const bool isText = !property.isBase64();
         return isText && (name == "CHARSET" || name == "ENCODING" ||
@@ -58,7 +58,7 @@ VCardLine lineWithProperty(const VCardProperty& property, std::string_view lineE
     });
     // What came out of quoted-printable may hold line ends as they are.
     const std::string value = qv::Text::replaceAll(property.value, "\n", "\\n");
-    line.bytes = property.version == VCardVersion::V21 ? lineOf21(*line.property, lineEnd)
-                                                       : folded(headOf(*line.property) + ':' + value, lineEnd);
+    line.bytes = property.version == QVVCardVersion::V21 ? lineOf21(*line.property, lineEnd)
+                                                         : folded(headOf(*line.property) + ':' + value, lineEnd);
     return line;
 }

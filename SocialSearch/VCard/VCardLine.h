@@ -1,6 +1,6 @@
 #pragma once
 
-#include "QVSocialSearch/VCardProperty.h"
+#include "QVSocialSearch/QVVCardProperty.h"
 
 #include <optional>
 #include <string>
@@ -10,9 +10,9 @@
 /// lines of a card within the card, and lines that are only a frame (BEGIN, END) say nothing.
 struct VCardLine {
     std::string bytes;
-    std::optional<VCardProperty> property;
+    std::optional<QVVCardProperty> property;
 };
 
 /// Writes a property as a line: at most 75 octets without the line end in each piece, and no piece begins inside a
 /// UTF-8 sequence. 2.1, where folding changes texts, gets quoted-printable for what is long or not plain ASCII.
-VCardLine lineWithProperty(const VCardProperty& property, std::string_view lineEnd);
+VCardLine lineWithProperty(const QVVCardProperty& property, std::string_view lineEnd);

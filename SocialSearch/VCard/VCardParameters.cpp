@@ -10,15 +10,15 @@ constexpr std::size_t kMaximumLength = 65536;
 /// Reads from the front of a text, piece by piece.
 class ParameterReader {
   public:
-    ParameterReader(VCardVersion version, std::string_view text)
-        : mKnowsQuotes(version != VCardVersion::V21), mText(text.substr(0, kMaximumLength)) {}
+    ParameterReader(QVVCardVersion version, std::string_view text)
+        : mKnowsQuotes(version != QVVCardVersion::V21), mText(text.substr(0, kMaximumLength)) {}
 
     std::optional<ParameterList> read() {
         ParameterList list;
         while (next() == ';') {
             ++mPosition;
             if (list.parameters.size() == kMaximumParameters) return std::nullopt;
-            const std::optional<VCardParameter> parameter = readParameter();
+            const std::optional<QVVCardParameter> parameter = readParameter();
             if (!parameter) return std::nullopt;
             if (!parameter->values.empty()) list.parameters.push_back(*parameter);
         }
@@ -31,8 +31,8 @@ class ParameterReader {
     /// The next character; 0 at the end, where nothing else may stand either.
     char next() const { return mPosition < mText.size() ? mText[mPosition] : '\0'; }
 
-    std::optional<VCardParameter> readParameter() {
-        VCardParameter parameter;
+    std::optional<QVVCardParameter> readParameter() {
+        QVVCardParameter parameter;
         const std::size_t end = mText.find_first_of("=;:\"", mPosition);
         if (end != std::string_view::npos && mText[end] == '=') {
             parameter.name = mText.substr(mPosition, end - mPosition);
@@ -82,21 +82,21 @@ std::string withCarets(std::string_view value) {
     return text;
 }
 
-std::string textOfValue(VCardVersion version, const std::string& value) {
-    if (version == VCardVersion::V21) return value;
+std::string textOfValue(QVVCardVersion version, const std::string& value) {
+    if (version == QVVCardVersion::V21) return value;
     const std::string text = withCarets(value);
     return text.find_first_of(",;:") == std::string::npos ? text : '"' + text + '"';
 }
 
 }  // namespace
 
-std::optional<ParameterList> parametersInLine(VCardVersion version, std::string_view text) {
+std::optional<ParameterList> parametersInLine(QVVCardVersion version, std::string_view text) {
     return ParameterReader(version, text).read();
 }
 
-std::string textOfParameters(VCardVersion version, const std::vector<VCardParameter>& parameters) {
+std::string textOfParameters(QVVCardVersion version, const std::vector<QVVCardParameter>& parameters) {
     std::string text;
-    for (const VCardParameter& parameter : parameters) {
+    for (const QVVCardParameter& parameter : parameters) {
         std::string values;
         for (const std::string& value : parameter.values)
             values += (values.empty() ? "" : ",") + textOfValue(version, value);

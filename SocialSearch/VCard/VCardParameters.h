@@ -1,6 +1,6 @@
 #pragma once
 
-#include "QVSocialSearch/VCardProperty.h"
+#include "QVSocialSearch/QVVCardProperty.h"
 
 #include <optional>
 #include <string>
@@ -9,14 +9,14 @@
 
 /// The parameters at the beginning of a text, and how long they are, with the colon behind them.
 struct ParameterList {
-    std::vector<VCardParameter> parameters;
+    std::vector<QVVCardParameter> parameters;
     std::size_t length = 0;
 };
 
 /// Reads ";A=b;C="d":" as in a line behind its name. Nothing when it is not well formed, or has more parameters than
 /// anybody needs.
-std::optional<ParameterList> parametersInLine(VCardVersion version, std::string_view text);
+std::optional<ParameterList> parametersInLine(QVVCardVersion version, std::string_view text);
 
 /// Writes them as they stand behind a name, without the colon: in quotes where they must be, with the escapes of
 /// RFC 6868.
-std::string textOfParameters(VCardVersion version, const std::vector<VCardParameter>& parameters);
+std::string textOfParameters(QVVCardVersion version, const std::vector<QVVCardParameter>& parameters);

@@ -1,6 +1,6 @@
 #include "VCard/VCardReader.h"
 
-#include "QVSocialSearch/VCard.h"
+#include "QVSocialSearch/QVVCard.h"
 #include "VCard/CharacterSet.h"
 #include "VCard/VCardEncoding.h"
 
@@ -25,7 +25,7 @@ std::string_view withoutBlanks(std::string_view text) {
     return begin == std::string_view::npos ? "" : text.substr(begin, end - begin + 1);
 }
 
-bool isFrame(const VCardProperty& property, std::string_view name) {
+bool isFrame(const QVVCardProperty& property, std::string_view name) {
     return property.isNamed(name) && capitals(withoutBlanks(property.value)) == "VCARD";
 }
 
@@ -41,7 +41,7 @@ bool VCardReader::fail(std::string problem) {
 }
 
 bool VCardReader::read() {
-    if (mBytes.size() > VCard::kMaximumSize) return fail("it is too large");
+    if (mBytes.size() > QVVCard::kMaximumSize) return fail("it is too large");
     if (mBytes.find('\0') != std::string_view::npos) return fail("it is not a text");
     if (!findVersion()) return false;
     while (mPosition < mBytes.size()) {
@@ -59,7 +59,7 @@ bool VCardReader::findVersion() {
         if (!text.starts_with("VERSION:")) continue;
         const std::string number = text.substr(8, text.find_last_not_of(" \t") - 7);
         if (number != "2.1" && number != "3.0" && number != "4.0") return fail("its version is not known");
-        mVersion = number == "2.1" ? VCardVersion::V21 : number == "3.0" ? VCardVersion::V30 : VCardVersion::V40;
+        mVersion = number == "2.1" ? QVVCardVersion::V21 : number == "3.0" ? QVVCardVersion::V30 : QVVCardVersion::V40;
         mPosition = 0;
         return true;
     }
@@ -78,7 +78,7 @@ void VCardReader::appendFolds(std::string& text) {
     while (beginsWithBlank(mBytes.substr(mPosition))) {
         std::string_view line = withoutLineEnd(physicalLine());
         // In 2.1 a line is broken before a blank that is part of the text.
-        if (mVersion != VCardVersion::V21) line.remove_prefix(1);
+        if (mVersion != QVVCardVersion::V21) line.remove_prefix(1);
         text += line;
     }
 }
@@ -116,8 +116,8 @@ bool VCardReader::addLine(std::size_t begin, const std::string& text) {
     }
     if (mIsOver) return fail("something follows its end");
     // Only now: others fold in the middle of a character.
-    if (mVersion != VCardVersion::V21 && !isUTF8(text)) return fail("it is not in UTF-8");
-    std::optional<VCardProperty> property = VCardProperty::propertyWithLine(mVersion, text);
+    if (mVersion != QVVCardVersion::V21 && !isUTF8(text)) return fail("it is not in UTF-8");
+    std::optional<QVVCardProperty> property = QVVCardProperty::propertyWithLine(mVersion, text);
     if (!property) return fail("line " + std::to_string(mLines.size() + 1) + " is not well formed");
     if (isFrame(*property, "BEGIN")) return addFrame(std::move(line), /*isBegin=*/true);
     if (isFrame(*property, "END")) return addFrame(std::move(line), /*isBegin=*/false);

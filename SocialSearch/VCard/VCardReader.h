@@ -17,7 +17,7 @@ class VCardReader {
 
     const std::string& problem() const { return mProblem; }
     std::vector<VCardLine>&& takeLines() { return std::move(mLines); }
-    VCardVersion version() const { return mVersion; }
+    QVVCardVersion version() const { return mVersion; }
     std::string lineEnd() const { return mLineEnd; }
 
   private:
@@ -34,7 +34,7 @@ class VCardReader {
 
     std::string_view mBytes;
     std::size_t mPosition = 0;
-    VCardVersion mVersion = VCardVersion::V30;
+    QVVCardVersion mVersion = QVVCardVersion::V30;
     std::string mLineEnd;
     std::vector<VCardLine> mLines;
     int mDepth = 0;

@@ -6,21 +6,21 @@ namespace {
 
 constexpr std::size_t kMaximumParts = 64;
 
-bool isEscaped(VCardVersion version, char c) {
-    return c == '\\' || c == ';' || (c == ',' && version != VCardVersion::V21);
+bool isEscaped(QVVCardVersion version, char c) {
+    return c == '\\' || c == ';' || (c == ',' && version != QVVCardVersion::V21);
 }
 
 /// What a backslash and `c` stand for; nothing when they are no escape.
-std::optional<char> meaningOfEscape(VCardVersion version, char c) {
+std::optional<char> meaningOfEscape(QVVCardVersion version, char c) {
     if (c == '\\' || c == ';' || c == ',' || c == ':') return c;
-    if ((c == 'n' || c == 'N') && version != VCardVersion::V21) return '\n';
+    if ((c == 'n' || c == 'N') && version != QVVCardVersion::V21) return '\n';
     return std::nullopt;
 }
 
 }  // namespace
 
-std::string escapedText(VCardVersion version, std::string_view text) {
-    const bool writesLineEnds = version != VCardVersion::V21;
+std::string escapedText(QVVCardVersion version, std::string_view text) {
+    const bool writesLineEnds = version != QVVCardVersion::V21;
     std::string value;
     for (const char c : qv::Text::replaceAll(qv::Text::replaceAll(text, "\r\n", "\n"), "\r", "\n")) {
         if (isEscaped(version, c)) value += '\\';
@@ -33,7 +33,7 @@ std::string escapedText(VCardVersion version, std::string_view text) {
     return value;
 }
 
-std::string unescapedText(VCardVersion version, std::string_view value) {
+std::string unescapedText(QVVCardVersion version, std::string_view value) {
     std::string text;
     for (std::size_t i = 0; i < value.size(); ++i) {
         const bool isEscape = value[i] == '\\' && i + 1 < value.size();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "QVSocialSearch/VCardProperty.h"
+#include "QVSocialSearch/QVVCardProperty.h"
 
 #include <string>
 #include <string_view>
@@ -9,9 +9,9 @@
 /// How vCards escape texts. 3.0 and 4.0 put a backslash before commas, semicolons and backslashes and write line ends
 /// as "\n"; 2.1 knows it for semicolons (and backslashes, by those who need it), and encodes line ends otherwise.
 
-std::string escapedText(VCardVersion version, std::string_view text);
+std::string escapedText(QVVCardVersion version, std::string_view text);
 /// An escape that nobody defined stays, but "\:", which older writers use.
-std::string unescapedText(VCardVersion version, std::string_view value);
+std::string unescapedText(QVVCardVersion version, std::string_view value);
 
 std::vector<std::string> splitAt(std::string_view text, char separator);
 /// The parts between those separators that have no backslash before them, still escaped; at least one.

@@ -1,4 +1,4 @@
-#include "QVSocialSearch/PersonName.h"
+#include "QVSocialSearch/QVPersonName.h"
 
 #include "QVPlatform/Text.h"
 #include "VCard/NameWords.h"
@@ -88,8 +88,8 @@ Words takeLastName(Words& words) {
     return taken;
 }
 
-PersonName eastAsianName(const std::u16string& text) {
-    PersonName name;
+QVPersonName eastAsianName(const std::u16string& text) {
+    QVPersonName name;
     const Words words = wordsOfName(qv::Text::utf8(text));
     if (words.size() > 1) {
         name.family = words.front();
@@ -104,8 +104,8 @@ PersonName eastAsianName(const std::u16string& text) {
 
 }  // namespace
 
-PersonName PersonName::nameWithText(std::string_view displayName) {
-    PersonName name;
+QVPersonName QVPersonName::nameWithText(std::string_view displayName) {
+    QVPersonName name;
     if (displayName.size() > kMaximumLength) {
         name.given = displayName;
         return name;

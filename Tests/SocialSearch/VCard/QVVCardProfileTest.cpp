@@ -1,4 +1,4 @@
-#include "QVSocialSearch/VCardProfile.h"
+#include "QVSocialSearch/QVVCardProfile.h"
 #include "Support/TestImages.h"
 
 #include <gmock/gmock.h>
@@ -15,11 +15,11 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 
-VCard readCard(const std::string& bytes) {
+QVVCard readCard(const std::string& bytes) {
     std::string problem;
-    auto card = VCard::cardWithBytes(bytes, &problem);
+    auto card = QVVCard::cardWithBytes(bytes, &problem);
     EXPECT_TRUE(card) << problem << "\n" << bytes;
-    return card ? *std::move(card) : VCard::emptyCard();
+    return card ? *std::move(card) : QVVCard::emptyCard();
 }
 
 std::string cardWithLines(const std::string& version, const std::string& lines) {
@@ -27,7 +27,7 @@ std::string cardWithLines(const std::string& version, const std::string& lines) 
 }
 
 std::shared_ptr<QVSocialProfile> profileOf(const std::string& version, const std::string& lines) {
-    return profileOfCard(readCard(cardWithLines(version, lines)), "the-uid");
+    return qv::profileOfCard(readCard(cardWithLines(version, lines)), "the-uid");
 }
 
 void addEmail(QVSocialProfile& profile, QVString label, const std::string& address) {
@@ -121,9 +121,9 @@ class VCardProfileVersions : public testing::TestWithParam<std::string> {};
 TEST_P(VCardProfileVersions, ReadingBackGivesTheSameContact) {
     QVSocialProfile profile = fullProfile();
     profile.setAddressBookAvatarData(testsupport::makeJPEG(picture(40, 30)));
-    VCard card = readCard(cardWithLines(GetParam(), "X-A:b\r\n"));
-    updateCard(card, profile, "u-1");
-    const auto again = profileOfCard(readCard(card.bytes()), "other");
+    QVVCard card = readCard(cardWithLines(GetParam(), "X-A:b\r\n"));
+    qv::updateCard(card, profile, "u-1");
+    const auto again = qv::profileOfCard(readCard(card.bytes()), "other");
     expectSameContact(*again, profile);
     EXPECT_EQ(again->addressBookUID(), "u-1");
     EXPECT_EQ(again->profileType(), QVSocialProfileSourceAddressBook);
@@ -134,24 +134,24 @@ TEST_P(VCardProfileVersions, ReadingBackGivesTheSameContact) {
 TEST_P(VCardProfileVersions, WritingTwiceChangesNothing) {
     QVSocialProfile profile = fullProfile();
     profile.setAddressBookAvatarData(testsupport::makePNG(picture(800, 30)));
-    VCard card = readCard(cardWithLines(GetParam(), ""));
-    updateCard(card, profile, "u-1");
+    QVVCard card = readCard(cardWithLines(GetParam(), ""));
+    qv::updateCard(card, profile, "u-1");
     const std::string bytes = card.bytes();
-    VCard again = readCard(bytes);
-    updateCard(again, profile, "u-2");
+    QVVCard again = readCard(bytes);
+    qv::updateCard(again, profile, "u-2");
     EXPECT_EQ(again.bytes(), bytes);
-    updateCard(again, *profileOfCard(again, ""), "u-3");
+    qv::updateCard(again, *qv::profileOfCard(again, ""), "u-3");
     EXPECT_EQ(again.bytes(), bytes);
 }
 
 TEST_P(VCardProfileVersions, UnknownLinesStayByteForByte) {
     const std::string odd = "X-ODD;;A=:  \r\nitem1.X-B:c\r\n  d\r\n\r\nNOTE:a\\q\r\n";
     const std::string known = "UID:u\r\nfn:Ada\r\nN:Example;Ada;;;\r\nTITLE;X=y:Old\r\n  title\r\n";
-    VCard card = readCard(cardWithLines(GetParam(), known + odd));
+    QVVCard card = readCard(cardWithLines(GetParam(), known + odd));
     QVSocialProfile profile;
     profile.setJobTitle("New");
     addEmail(profile, std::nullopt, "a@example.com");
-    updateCard(card, profile, "other");
+    qv::updateCard(card, profile, "other");
     EXPECT_EQ(card.bytes(), cardWithLines(GetParam(), "UID:u\r\nfn:Ada\r\nN:Example;Ada;;;\r\nTITLE;X=y:New\r\n" + odd +
                                                           "EMAIL:a@example.com\r\n"));
 }
@@ -160,7 +160,7 @@ INSTANTIATE_TEST_SUITE_P(Versions, VCardProfileVersions, testing::Values("2.1", 
     return row.param == "2.1" ? "V21" : row.param == "3.0" ? "V30" : "V40";
 });
 
-TEST(VCardProfileTest, NewCardsLookLikeThis) {
+TEST(QVVCardProfileTest, NewCardsLookLikeThis) {
     QVSocialProfile profile;
     profile.setFormattedName("Dr. Ada Example");
     profile.setJobTitle("Engineer");
@@ -170,8 +170,8 @@ TEST(VCardProfileTest, NewCardsLookLikeThis) {
     addPhone(profile, "Reception", "+1 202 555 0100");
     addHandle(profile, "@ada");
     profile.setProfileURLLinkedInPublic("https://www.linkedin.com/in/ada,b;c");
-    VCard card = VCard::emptyCard();
-    updateCard(card, profile, "u-1");
+    QVVCard card = QVVCard::emptyCard();
+    qv::updateCard(card, profile, "u-1");
     EXPECT_EQ(card.bytes(), cardWithLines("3.0",
                                           "UID:u-1\r\n"
                                           "FN:Dr. Ada Example\r\n"
@@ -186,10 +186,10 @@ TEST(VCardProfileTest, NewCardsLookLikeThis) {
                                           "X-SOCIALPROFILE;TYPE=twitter:https://twitter.com/ada\r\n"));
 }
 
-TEST(VCardProfileTest, AbsentAndBlankValuesChangeNothing) {
+TEST(QVVCardProfileTest, AbsentAndBlankValuesChangeNothing) {
     const std::string bytes = cardWithLines("3.0", "UID:u\r\nFN:Ada\r\nN:;Ada;;;\r\nTITLE:t\r\nORG:o;d\r\n");
-    VCard card = readCard(bytes);
-    updateCard(card, QVSocialProfile(), "other");
+    QVVCard card = readCard(bytes);
+    qv::updateCard(card, QVSocialProfile(), "other");
     QVSocialProfile blank;
     blank.setFormattedName(" ");
     blank.setJobTitle("");
@@ -197,14 +197,14 @@ TEST(VCardProfileTest, AbsentAndBlankValuesChangeNothing) {
     blank.setProfileURLLinkedInPublic("");
     blank.setProfileURLFacebook("javascript:alert(1)");
     blank.setAddressBookAvatarData(qv::Data());
-    updateCard(card, blank, "other");
+    qv::updateCard(card, blank, "other");
     EXPECT_EQ(card.bytes(), bytes);
 }
 
-TEST(VCardProfileTest, MissingNamesAreStoodFor) {
+TEST(QVVCardProfileTest, MissingNamesAreStoodFor) {
     const auto nameFor = [](const QVSocialProfile& profile) {
-        VCard card = VCard::emptyCard();
-        updateCard(card, profile, "u");
+        QVVCard card = QVVCard::emptyCard();
+        qv::updateCard(card, profile, "u");
         EXPECT_EQ(card.propertyNamed("N")->value, ";;;;");
         return card.propertyNamed("FN")->text();
     };
@@ -220,51 +220,51 @@ TEST(VCardProfileTest, MissingNamesAreStoodFor) {
     EXPECT_EQ(nameFor(profile), "Example");
 }
 
-TEST(VCardProfileTest, ACorrectedNameStaysWithItsDisplayName) {
+TEST(QVVCardProfileTest, ACorrectedNameStaysWithItsDisplayName) {
     const std::string bytes =
         cardWithLines("3.0", "UID:u\r\nFN:Gabriel García Márquez\r\nN:García Márquez;Gabriel;;;\r\n");
-    VCard card = readCard(bytes);
+    QVVCard card = readCard(bytes);
     QVSocialProfile profile;
     profile.setFormattedName("Gabriel García Márquez");
-    updateCard(card, profile, "u");
+    qv::updateCard(card, profile, "u");
     EXPECT_EQ(card.bytes(), bytes);
     profile.setFormattedName("Ada Example");
-    updateCard(card, profile, "u");
+    qv::updateCard(card, profile, "u");
     EXPECT_EQ(card.bytes(), cardWithLines("3.0", "UID:u\r\nFN:Ada Example\r\nN:Example;Ada;;;\r\n"));
 }
 
-TEST(VCardProfileTest, OldCardsWithoutDisplayNameGetTheirOwn) {
-    VCard card = readCard(cardWithLines("2.1", "N:Example;Ada;B.;Dr.;PhD\r\n"));
-    EXPECT_EQ(profileOfCard(card, "u")->formattedName(), "Dr. Ada B. Example PhD");
+TEST(QVVCardProfileTest, OldCardsWithoutDisplayNameGetTheirOwn) {
+    QVVCard card = readCard(cardWithLines("2.1", "N:Example;Ada;B.;Dr.;PhD\r\n"));
+    EXPECT_EQ(qv::profileOfCard(card, "u")->formattedName(), "Dr. Ada B. Example PhD");
     QVSocialProfile profile;
     addEmail(profile, std::nullopt, "a@example.com");
-    updateCard(card, profile, "u");
+    qv::updateCard(card, profile, "u");
     EXPECT_THAT(card.bytes(), HasSubstr("N:Example;Ada;B.;Dr.;PhD\r\n"));
     EXPECT_THAT(card.bytes(), HasSubstr("FN:Dr. Ada B. Example PhD\r\n"));
 }
 
-TEST(VCardProfileTest, DepartmentsStay) {
-    VCard card = readCard(cardWithLines("3.0", "UID:u\r\nFN:a\r\nN:;a;;;\r\nORG:Old\\, Inc.;R\\;D;Lab\r\n"));
-    EXPECT_EQ(profileOfCard(card, "u")->company(), "Old, Inc.");
+TEST(QVVCardProfileTest, DepartmentsStay) {
+    QVVCard card = readCard(cardWithLines("3.0", "UID:u\r\nFN:a\r\nN:;a;;;\r\nORG:Old\\, Inc.;R\\;D;Lab\r\n"));
+    EXPECT_EQ(qv::profileOfCard(card, "u")->company(), "Old, Inc.");
     QVSocialProfile profile;
     profile.setCompany("New");
-    updateCard(card, profile, "u");
+    qv::updateCard(card, profile, "u");
     EXPECT_THAT(card.bytes(), HasSubstr("ORG:New;R\\;D;Lab\r\n"));
 }
 
-TEST(VCardProfileTest, KnownEntriesAreNotAddedAgain) {
+TEST(QVVCardProfileTest, KnownEntriesAreNotAddedAgain) {
     const std::string bytes = cardWithLines(
         "3.0",
         "UID:u\r\nFN:a\r\nN:;a;;;\r\nEMAIL;TYPE=HOME:Ada@Example.com\r\nTEL:202-555-0142\r\n"
         "ADR:;;1 Main St.;Springfield;IL;62701;USA\r\nX-TWITTER:@Ada\r\nURL:https://linkedin.com/in/ada\r\n");
-    VCard card = readCard(bytes);
+    QVVCard card = readCard(bytes);
     QVSocialProfile profile;
     addEmail(profile, "Work", "ada@example.COM");
     addPhone(profile, "Mobile", "+1 202 555 0142");
     addHandle(profile, "ADA");
     profile.setProfileURLLinkedInPublic("https://linkedin.com/in/ada");
     profile.setAddressList({QVPostalAddress::addressWithLabel("Work", "1 main st.\nSpringfield, IL 62701\nUSA")});
-    updateCard(card, profile, "u");
+    qv::updateCard(card, profile, "u");
     EXPECT_EQ(card.bytes(), bytes);
 }
 
@@ -350,7 +350,7 @@ INSTANTIATE_TEST_SUITE_P(
             "XTwitter", "X-TWITTER:ada\r\nX-SOCIALPROFILE;TYPE=twitter:https://twitter.com/ADA\r\n", {}, {}, {"ADA"}}),
     [](const auto& row) { return row.param.name; });
 
-TEST(VCardProfileTest, ReadsAddresses) {
+TEST(QVVCardProfileTest, ReadsAddresses) {
     const auto profile = profileOf("4.0",
                                    "ADR;TYPE=home:;;5 Rue\\, A;Paris;;75001;France\r\n"
                                    "ADR;TYPE=work:PO 1;Floor 2;1 Main St.;Springfield;IL;62701;USA\r\n"
@@ -363,7 +363,7 @@ TEST(VCardProfileTest, ReadsAddresses) {
 }
 
 /// Work that grew with the square of the lines would not end in the test's time.
-TEST(VCardProfileTest, HostileCardsTakeNoLongerThanTheirSize) {
+TEST(QVVCardProfileTest, HostileCardsTakeNoLongerThanTheirSize) {
     std::string lines = "UID:u\r\nFN:a\r\n";
     for (int i = 0; i < 4500; ++i) {
         const std::string number = std::to_string(i);
@@ -372,28 +372,28 @@ TEST(VCardProfileTest, HostileCardsTakeNoLongerThanTheirSize) {
         lines += "i" + number + ".EMAIL:e" + number + "@example.com\r\nTITLE: \r\n";
     }
     lines += "TITLE:Boss\r\nN:" + std::string(1000000, ';') + "\r\nADR:" + std::string(1000000, ';') + "\r\n";
-    VCard card = readCard(cardWithLines("3.0", lines));
-    const auto profile = profileOfCard(card, "");
+    QVVCard card = readCard(cardWithLines("3.0", lines));
+    const auto profile = qv::profileOfCard(card, "");
     EXPECT_EQ(phonesOf(*profile).size(), 4500U);
     EXPECT_EQ(phonesOf(*profile).back().first, "L4499");
     EXPECT_EQ(emailsOf(*profile).size(), 4500U);
     EXPECT_EQ(profile->jobTitle(), "Boss");
     const std::string bytes = card.bytes();
-    updateCard(card, *profile, "");
+    qv::updateCard(card, *profile, "");
     EXPECT_EQ(card.bytes(), bytes);
 }
 
-TEST(VCardProfileTest, AHugeNameIsNotTakenApart) {
+TEST(QVVCardProfileTest, AHugeNameIsNotTakenApart) {
     const std::string name(std::size_t{2} << 20, ',');
-    VCard card = readCard(cardWithLines("3.0", "UID:u\r\nFN:a " + name + "\r\n"));
+    QVVCard card = readCard(cardWithLines("3.0", "UID:u\r\nFN:a " + name + "\r\n"));
     QVSocialProfile profile;
     profile.setJobTitle("t");
-    updateCard(card, profile, "u");
-    EXPECT_EQ(profileOfCard(readCard(card.bytes()), "u")->formattedName(), "a " + name);
+    qv::updateCard(card, profile, "u");
+    EXPECT_EQ(qv::profileOfCard(readCard(card.bytes()), "u")->formattedName(), "a " + name);
 }
 
 /// Whatever single bytes are wrong in a card: it is refused, or kept to the byte and still a card after an update.
-TEST(VCardProfileTest, DamagedCardsAreRefusedOrStayCards) {
+TEST(QVVCardProfileTest, DamagedCardsAreRefusedOrStayCards) {
     std::mt19937 random(7);
     const std::string interesting =
         "\r\n :;,=\"\\^.%\t\x80\xC3"
@@ -409,53 +409,53 @@ TEST(VCardProfileTest, DamagedCardsAreRefusedOrStayCards) {
                           "PHOTO;ENCODING=b:YQ\r\n ==\r\n\r\nADR;HOME:;;a\\;b;c\r\n");
         for (int k = 0; k < 1 + i % 4; ++k)
             bytes[random() % bytes.size()] = interesting[random() % interesting.size()];
-        auto card = VCard::cardWithBytes(bytes, nullptr);
+        auto card = QVVCard::cardWithBytes(bytes, nullptr);
         if (!card) continue;
         ++kept;
         ASSERT_EQ(card->bytes(), bytes);
-        updateCard(*card, fullProfile(), "u");
-        const auto again = VCard::cardWithBytes(card->bytes(), nullptr);
+        qv::updateCard(*card, fullProfile(), "u");
+        const auto again = QVVCard::cardWithBytes(card->bytes(), nullptr);
         ASSERT_TRUE(again) << bytes << card->bytes();
-        const auto profile = profileOfCard(*again, "u");
+        const auto profile = qv::profileOfCard(*again, "u");
         ASSERT_EQ(profile->formattedName(), fullProfile().formattedName()) << bytes << card->bytes();
         ASSERT_EQ(profile->company(), fullProfile().company()) << bytes << card->bytes();
-        ASSERT_TRUE(cardHasEmailAddress(*again, "zoe@example.com")) << bytes << card->bytes();
+        ASSERT_TRUE(qv::cardHasEmailAddress(*again, "zoe@example.com")) << bytes << card->bytes();
     }
     EXPECT_GT(kept, 500);
 }
 
-TEST(VCardProfileTest, TellsWhetherThereIsAnythingToSave) {
+TEST(QVVCardProfileTest, TellsWhetherThereIsAnythingToSave) {
     QVSocialProfile profile;
     profile.setProfileType(QVSocialProfileSourceAddressBook);
     profile.setAddressBookUID("u");
     profile.setFormattedName(" ");
-    EXPECT_FALSE(profileHasContents(profile));
+    EXPECT_FALSE(qv::profileHasContents(profile));
     addHandle(profile, "a");
-    EXPECT_TRUE(profileHasContents(profile));
-    EXPECT_TRUE(profileHasContents(fullProfile()));
+    EXPECT_TRUE(qv::profileHasContents(profile));
+    EXPECT_TRUE(qv::profileHasContents(fullProfile()));
 }
 
-TEST(VCardProfileTest, FindsEmailAddressesWithoutRegardToCase) {
-    const VCard card = readCard(cardWithLines("3.0", "EMAIL:A@Example.com\r\nitem1.EMAIL:b@example.com \r\n"));
-    EXPECT_TRUE(cardHasEmailAddress(card, "a@example.com"));
-    EXPECT_TRUE(cardHasEmailAddress(card, " B@EXAMPLE.COM"));
-    EXPECT_FALSE(cardHasEmailAddress(card, "c@example.com"));
-    EXPECT_FALSE(cardHasEmailAddress(card, ""));
+TEST(QVVCardProfileTest, FindsEmailAddressesWithoutRegardToCase) {
+    const QVVCard card = readCard(cardWithLines("3.0", "EMAIL:A@Example.com\r\nitem1.EMAIL:b@example.com \r\n"));
+    EXPECT_TRUE(qv::cardHasEmailAddress(card, "a@example.com"));
+    EXPECT_TRUE(qv::cardHasEmailAddress(card, " B@EXAMPLE.COM"));
+    EXPECT_FALSE(qv::cardHasEmailAddress(card, "c@example.com"));
+    EXPECT_FALSE(qv::cardHasEmailAddress(card, ""));
 }
 
-qv::Data photoOf(const VCard& card) {
-    return profileOfCard(card, "u")->addressBookAvatarData().value_or(qv::Data());
+qv::Data photoOf(const QVVCard& card) {
+    return qv::profileOfCard(card, "u")->addressBookAvatarData().value_or(qv::Data());
 }
 
-VCard cardWithPicture(const std::string& version, const qv::Data& data) {
-    VCard card = readCard(cardWithLines(version, ""));
+QVVCard cardWithPicture(const std::string& version, const qv::Data& data) {
+    QVVCard card = readCard(cardWithLines(version, ""));
     QVSocialProfile profile;
     profile.setAddressBookAvatarData(data);
-    updateCard(card, profile, "u");
+    qv::updateCard(card, profile, "u");
     return readCard(card.bytes());
 }
 
-TEST(VCardProfileTest, PicturesAreScaledTo512Pixels) {
+TEST(QVVCardProfileTest, PicturesAreScaledTo512Pixels) {
     for (const std::string version : {"2.1", "3.0", "4.0"}) {
         const auto facts =
             testsupport::factsOfJPEG(photoOf(cardWithPicture(version, testsupport::makeJPEG(picture(1000, 600)))));
@@ -468,42 +468,42 @@ TEST(VCardProfileTest, PicturesAreScaledTo512Pixels) {
     EXPECT_EQ(tall.height, 512);
 }
 
-TEST(VCardProfileTest, SmallPicturesStayAsTheyAre) {
+TEST(QVVCardProfileTest, SmallPicturesStayAsTheyAre) {
     const qv::Data jpeg = testsupport::makeJPEG(picture(512, 512));
     EXPECT_EQ(photoOf(cardWithPicture("3.0", jpeg)), jpeg);
-    const VCard card = cardWithPicture("3.0", testsupport::makePNG(picture(8, 8)));
+    const QVVCard card = cardWithPicture("3.0", testsupport::makePNG(picture(8, 8)));
     EXPECT_EQ(photoOf(card), testsupport::makePNG(picture(8, 8)));
     EXPECT_THAT(card.propertyNamed("PHOTO")->types(), ElementsAre("PNG"));
 }
 
-TEST(VCardProfileTest, OtherFormatsBecomeJPEG) {
+TEST(QVVCardProfileTest, OtherFormatsBecomeJPEG) {
     const auto facts =
         testsupport::factsOfJPEG(photoOf(cardWithPicture("3.0", testsupport::makeWebP(picture(20, 10)))));
     EXPECT_EQ(facts.width, 20);
     EXPECT_EQ(facts.height, 10);
 }
 
-TEST(VCardProfileTest, WhatIsNoPictureIsNotWritten) {
+TEST(QVVCardProfileTest, WhatIsNoPictureIsNotWritten) {
     EXPECT_EQ(cardWithPicture("3.0", {'n', 'o'}).propertyNamed("PHOTO"), nullptr);
 }
 
-TEST(VCardProfileTest, LinkedPicturesStay) {
+TEST(QVVCardProfileTest, LinkedPicturesStay) {
     const std::string bytes =
         cardWithLines("3.0", "UID:u\r\nFN:a\r\nN:;a;;;\r\nPHOTO;VALUE=uri:https://a.example/b.jpg\r\n");
-    VCard card = readCard(bytes);
-    EXPECT_FALSE(profileOfCard(card, "u")->addressBookAvatarData());
+    QVVCard card = readCard(bytes);
+    EXPECT_FALSE(qv::profileOfCard(card, "u")->addressBookAvatarData());
     QVSocialProfile profile;
     profile.setAddressBookAvatarData(testsupport::makeJPEG(picture(8, 8)));
-    updateCard(card, profile, "u");
+    qv::updateCard(card, profile, "u");
     EXPECT_EQ(card.bytes(), bytes);
 }
 
-TEST(VCardProfileTest, AnotherPictureReplacesTheCards) {
-    VCard card = cardWithPicture("3.0", testsupport::makeJPEG(picture(8, 8)));
+TEST(QVVCardProfileTest, AnotherPictureReplacesTheCards) {
+    QVVCard card = cardWithPicture("3.0", testsupport::makeJPEG(picture(8, 8)));
     const qv::Data other = testsupport::makeJPEG(picture(9, 9));
     QVSocialProfile profile;
     profile.setAddressBookAvatarData(other);
-    updateCard(card, profile, "u");
+    qv::updateCard(card, profile, "u");
     EXPECT_EQ(photoOf(card), other);
     EXPECT_EQ(card.propertiesNamed("PHOTO").size(), 1U);
 }

@@ -1,4 +1,4 @@
-#include "QVSocialSearch/VCardFolder.h"
+#include "QVSocialSearch/QVVCardFolder.h"
 #include "SocialSearch/VCardFolderSupport.h"
 #include "Support/ReadFile.h"
 #include "Support/TemporaryFolder.h"
@@ -35,14 +35,14 @@ std::string card(const std::string& UID, const std::string& lines) {
     return "BEGIN:VCARD\r\nVERSION:3.0\r\nUID:" + UID + "\r\n" + lines + "END:VCARD\r\n";
 }
 
-class VCardFolderTest : public testing::Test {
+class QVVCardFolderTest : public testing::Test {
   protected:
     TemporaryFolder mTemporary;
     std::filesystem::path mPath = mTemporary.path();
-    VCardFolder mFolder{mPath};
+    QVVCardFolder mFolder{mPath};
 };
 
-TEST_F(VCardFolderTest, CreatesOneFilePerContact) {
+TEST_F(QVVCardFolderTest, CreatesOneFilePerContact) {
     const QVAddressBookSaveResult result = mFolder.saveProfile(profileWithEmail("Ada Example", "ada@example.com"));
     ASSERT_FALSE(result.error) << descriptionOf(result.error);
     EXPECT_EQ(result.outcome, QVAddressBookSaveOutcome::Created);
@@ -54,11 +54,11 @@ TEST_F(VCardFolderTest, CreatesOneFilePerContact) {
     EXPECT_EQ(mFolder.fileWithUID(*result.UID), mPath / (*result.UID + ".vcf"));
 }
 
-TEST_F(VCardFolderTest, MakesTheFolderButNotTheOneAbove) {
-    VCardFolder below(mPath / "new");
+TEST_F(QVVCardFolderTest, MakesTheFolderButNotTheOneAbove) {
+    QVVCardFolder below(mPath / "new");
     EXPECT_FALSE(below.saveProfile(profileWithEmail("Ada", "a@example.com")).error);
     EXPECT_THAT(filesIn(mPath / "new"), SizeIs(1));
-    VCardFolder deep(mPath / "a" / "b");
+    QVVCardFolder deep(mPath / "a" / "b");
     const auto error = deep.saveProfile(profileWithEmail("Ada", "a@example.com")).error;
     ASSERT_TRUE(error);
     EXPECT_EQ(error->domain, kQVAddressBookErrorDomain);
@@ -66,8 +66,8 @@ TEST_F(VCardFolderTest, MakesTheFolderButNotTheOneAbove) {
     EXPECT_FALSE(std::filesystem::exists(mPath / "a"));
 }
 
-TEST_F(VCardFolderTest, ReportsAFolderThatIsNotThere) {
-    VCardFolder missing(mPath / "missing");
+TEST_F(QVVCardFolderTest, ReportsAFolderThatIsNotThere) {
+    QVVCardFolder missing(mPath / "missing");
     std::optional<qv::Error> error;
     EXPECT_THAT(missing.profiles(&error), IsEmpty());
     ASSERT_TRUE(error);
@@ -75,7 +75,7 @@ TEST_F(VCardFolderTest, ReportsAFolderThatIsNotThere) {
     EXPECT_THAT(missing.profiles(nullptr), IsEmpty());
 }
 
-TEST_F(VCardFolderTest, UpdatesUnderTheFilesOwnName) {
+TEST_F(QVVCardFolderTest, UpdatesUnderTheFilesOwnName) {
     const std::string before = card("u-1", "FN:Ada\r\nN:;Ada;;;\r\nX-ODD;;A=:  \r\n");
     mTemporary.write("some name.vcf", before);
     ::chmod((mPath / "some name.vcf").c_str(), 0640);
@@ -94,7 +94,7 @@ TEST_F(VCardFolderTest, UpdatesUnderTheFilesOwnName) {
     EXPECT_EQ(status.st_mode & 0777, 0640U);
 }
 
-TEST_F(VCardFolderTest, LeavesAFileThatSaysItAllUntouched) {
+TEST_F(QVVCardFolderTest, LeavesAFileThatSaysItAllUntouched) {
     const auto file = mTemporary.write("a.vcf", card("u", "FN:Ada\r\nN:;Ada;;;\r\n"));
     struct stat before {};
     ASSERT_EQ(::stat(file.c_str(), &before), 0);
@@ -104,7 +104,7 @@ TEST_F(VCardFolderTest, LeavesAFileThatSaysItAllUntouched) {
     EXPECT_EQ(before.st_ino, after.st_ino);
 }
 
-TEST_F(VCardFolderTest, MakesARecordThatIsGoneAnewUnderItsUID) {
+TEST_F(QVVCardFolderTest, MakesARecordThatIsGoneAnewUnderItsUID) {
     QVSocialProfile profile = profileWithEmail("Ada", "a@example.com");
     profile.setProfileType(QVSocialProfileSourceAddressBook);
     profile.setAddressBookUID("gone");
@@ -114,7 +114,7 @@ TEST_F(VCardFolderTest, MakesARecordThatIsGoneAnewUnderItsUID) {
     EXPECT_THAT(filesIn(mPath), ElementsAre("gone.vcf"));
 }
 
-TEST_F(VCardFolderTest, UIDsCannotLeaveTheFolder) {
+TEST_F(QVVCardFolderTest, UIDsCannotLeaveTheFolder) {
     for (const std::string UID : {"../evil", "/tmp/evil", ".hidden", "a/b", "Ä", "a\nb", "x y"}) {
         QVSocialProfile profile = profileWithEmail("Ada", "a@example.com");
         profile.setProfileType(QVSocialProfileSourceAddressBook);
@@ -126,7 +126,7 @@ TEST_F(VCardFolderTest, UIDsCannotLeaveTheFolder) {
     EXPECT_FALSE(std::filesystem::exists(mPath.parent_path() / "evil.vcf"));
 }
 
-TEST_F(VCardFolderTest, ANameThatIsTakenByAnotherCardIsNotUsed) {
+TEST_F(QVVCardFolderTest, ANameThatIsTakenByAnotherCardIsNotUsed) {
     mTemporary.write("gone.vcf", card("other", "FN:Other\r\n"));
     QVSocialProfile profile = profileWithEmail("Ada", "a@example.com");
     profile.setProfileType(QVSocialProfileSourceAddressBook);
@@ -137,7 +137,7 @@ TEST_F(VCardFolderTest, ANameThatIsTakenByAnotherCardIsNotUsed) {
     EXPECT_TRUE(mFolder.profileWithUID("gone", nullptr));
 }
 
-TEST_F(VCardFolderTest, AUIDWithoutTheBitIsANewRecord) {
+TEST_F(QVVCardFolderTest, AUIDWithoutTheBitIsANewRecord) {
     mTemporary.write("u.vcf", card("u", "FN:Ada\r\n"));
     QVSocialProfile profile = profileWithEmail("Ada", "a@example.com");
     profile.setAddressBookUID("u");
@@ -145,7 +145,7 @@ TEST_F(VCardFolderTest, AUIDWithoutTheBitIsANewRecord) {
     EXPECT_THAT(filesIn(mPath), SizeIs(2));
 }
 
-TEST_F(VCardFolderTest, AFileWithoutUIDGoesByItsName) {
+TEST_F(QVVCardFolderTest, AFileWithoutUIDGoesByItsName) {
     mTemporary.write("ada.vcf", "BEGIN:VCARD\nVERSION:4.0\nFN:Ada\nN:;Ada;;;\nEND:VCARD\n");
     const auto profile = mFolder.profileWithUID("ada", nullptr);
     ASSERT_TRUE(profile);
@@ -155,7 +155,7 @@ TEST_F(VCardFolderTest, AFileWithoutUIDGoesByItsName) {
               "BEGIN:VCARD\nVERSION:4.0\nFN:Ada\nN:;Ada;;;\nUID:ada\nEMAIL:a@example.com\nEND:VCARD\n");
 }
 
-TEST_F(VCardFolderTest, FindsByAnyEmailAddress) {
+TEST_F(QVVCardFolderTest, FindsByAnyEmailAddress) {
     mTemporary.write("a.vcf", card("a", "FN:A\r\nEMAIL:one@example.com\r\nEMAIL:Two@Example.com\r\n"));
     mTemporary.write("b.VCF", card("b", "FN:B\r\nEMAIL:TWO@example.com\r\n"));
     mTemporary.write(".c.vcf", card("c", "FN:C\r\nEMAIL:two@example.com\r\n"));
@@ -172,7 +172,7 @@ TEST_F(VCardFolderTest, FindsByAnyEmailAddress) {
     EXPECT_FALSE(mFolder.profileWithUID("c", nullptr));
 }
 
-TEST_F(VCardFolderTest, BrokenCardsAreLeftAloneAndReported) {
+TEST_F(QVVCardFolderTest, BrokenCardsAreLeftAloneAndReported) {
     const std::string broken = "BEGIN:VCARD\r\nVERSION:3.0\r\nUID:broken\r\nnonsense\r\nEND:VCARD\r\n";
     mTemporary.write("1.vcf", broken);
     mTemporary.write("2.vcf", card("ok", "FN:Ok\r\nEMAIL:a@example.com\r\n"));
@@ -199,7 +199,7 @@ TEST_F(VCardFolderTest, BrokenCardsAreLeftAloneAndReported) {
     EXPECT_THAT(filesIn(mPath), SizeIs(2));
 }
 
-TEST_F(VCardFolderTest, OddFilesNeitherHoldUpNorHide) {
+TEST_F(QVVCardFolderTest, OddFilesNeitherHoldUpNorHide) {
     ASSERT_EQ(::mkfifo((mPath / "pipe.vcf").c_str(), 0600), 0);
     std::filesystem::create_directory(mPath / "folder.vcf");
     std::filesystem::create_symlink("nowhere", mPath / "dangling.vcf");
@@ -212,7 +212,7 @@ TEST_F(VCardFolderTest, OddFilesNeitherHoldUpNorHide) {
     EXPECT_THAT(descriptionOf(error), AllOf(HasSubstr("pipe.vcf"), HasSubstr("folder.vcf"), HasSubstr("too large")));
 }
 
-TEST_F(VCardFolderTest, ManyProblemsAreCounted) {
+TEST_F(QVVCardFolderTest, ManyProblemsAreCounted) {
     for (int i = 0; i < 9; ++i)
         mTemporary.write(std::to_string(i) + ".vcf", "no");
     std::optional<qv::Error> error;
@@ -220,14 +220,14 @@ TEST_F(VCardFolderTest, ManyProblemsAreCounted) {
     EXPECT_THAT(descriptionOf(error), AllOf(HasSubstr("4.vcf"), Not(HasSubstr("5.vcf")), HasSubstr("and 4 more")));
 }
 
-TEST_F(VCardFolderTest, NothingToSaveIsRefused) {
+TEST_F(QVVCardFolderTest, NothingToSaveIsRefused) {
     const QVAddressBookSaveResult result = mFolder.saveProfile(QVSocialProfile());
     ASSERT_TRUE(result.error);
     EXPECT_EQ(result.error->code, QVAddressBookErrorNoProfile);
     EXPECT_THAT(filesIn(mPath), IsEmpty());
 }
 
-TEST_F(VCardFolderTest, ARecordWithNothingThatWeKnowCanBeSaved) {
+TEST_F(QVVCardFolderTest, ARecordWithNothingThatWeKnowCanBeSaved) {
     const auto file = mTemporary.write("u.vcf", card("u", "FN:\r\nN:;;;;\r\nNOTE:a\r\n"));
     const QVAddressBookSaveResult result = mFolder.saveProfile(*mFolder.profileWithUID("u", nullptr));
     EXPECT_FALSE(result.error) << descriptionOf(result.error);
@@ -241,7 +241,7 @@ TEST_F(VCardFolderTest, ARecordWithNothingThatWeKnowCanBeSaved) {
     EXPECT_THAT(filesIn(mPath), ElementsAre("u.vcf"));
 }
 
-TEST_F(VCardFolderTest, AChangeMadeMeanwhileIsMergedNotOverwritten) {
+TEST_F(QVVCardFolderTest, AChangeMadeMeanwhileIsMergedNotOverwritten) {
     mTemporary.write("u.vcf", card("u", "FN:Ada Example\r\nN:Example;Ada;;;\r\n"));
     int calls = 0;
     mFolder.setWillReplace([&](const std::filesystem::path& file) {
@@ -258,7 +258,7 @@ TEST_F(VCardFolderTest, AChangeMadeMeanwhileIsMergedNotOverwritten) {
     EXPECT_THAT(filesIn(mPath), ElementsAre("u.vcf"));
 }
 
-TEST_F(VCardFolderTest, ACardThatGoesMeanwhileIsMadeAnew) {
+TEST_F(QVVCardFolderTest, ACardThatGoesMeanwhileIsMadeAnew) {
     mTemporary.write("name.vcf", card("u", "FN:Ada\r\n"));
     mFolder.setWillReplace([](const std::filesystem::path& file) { std::filesystem::remove(file); });
     const QVAddressBookSaveResult result = mFolder.saveProfile(recordWithEmail("u", "a@example.com"));
@@ -266,7 +266,7 @@ TEST_F(VCardFolderTest, ACardThatGoesMeanwhileIsMadeAnew) {
     EXPECT_THAT(filesIn(mPath), ElementsAre("u.vcf"));
 }
 
-TEST_F(VCardFolderTest, ACardThatIsRenamedMeanwhileIsFoundAgain) {
+TEST_F(QVVCardFolderTest, ACardThatIsRenamedMeanwhileIsFoundAgain) {
     mTemporary.write("name.vcf", card("u", "FN:Ada Example\r\nN:;;;;\r\n"));
     bool isMoved = false;
     mFolder.setWillReplace([&](const std::filesystem::path& file) {
@@ -278,7 +278,7 @@ TEST_F(VCardFolderTest, ACardThatIsRenamedMeanwhileIsFoundAgain) {
     EXPECT_THAT(readFile(mPath / "other.vcf"), HasSubstr("EMAIL:a@example.com\r\n"));
 }
 
-TEST_F(VCardFolderTest, OthersWhoNeverStopGiveAConflict) {
+TEST_F(QVVCardFolderTest, OthersWhoNeverStopGiveAConflict) {
     mTemporary.write("u.vcf", card("u", "FN:Ada\r\n"));
     int calls = 0;
     mFolder.setWillReplace([&](const std::filesystem::path&) {
@@ -292,7 +292,7 @@ TEST_F(VCardFolderTest, OthersWhoNeverStopGiveAConflict) {
     EXPECT_THAT(filesIn(mPath), ElementsAre("u.vcf"));
 }
 
-TEST_F(VCardFolderTest, LeftoversOfKilledSaversGo) {
+TEST_F(QVVCardFolderTest, LeftoversOfKilledSaversGo) {
     mTemporary.write(".qvcardscan-123.tmp", "half");
     mTemporary.write(".other.tmp", "not ours");
     EXPECT_FALSE(mFolder.saveProfile(profileWithEmail("Ada", "a@example.com")).error);
@@ -300,10 +300,10 @@ TEST_F(VCardFolderTest, LeftoversOfKilledSaversGo) {
     EXPECT_TRUE(std::filesystem::exists(mPath / ".other.tmp"));
 }
 
-TEST_F(VCardFolderTest, AFolderThatCannotBeWrittenIsReported) {
+TEST_F(QVVCardFolderTest, AFolderThatCannotBeWrittenIsReported) {
     if (::geteuid() == 0) {
         // Nothing keeps the administrator out but a folder that is none.
-        VCardFolder file(mTemporary.write("file", "x"));
+        QVVCardFolder file(mTemporary.write("file", "x"));
         const auto error = file.saveProfile(profileWithEmail("Ada", "a@example.com")).error;
         ASSERT_TRUE(error);
         EXPECT_EQ(error->code, QVAddressBookErrorUnwritable);
@@ -316,7 +316,7 @@ TEST_F(VCardFolderTest, AFolderThatCannotBeWrittenIsReported) {
     EXPECT_EQ(error->code, QVAddressBookErrorUnwritable);
 }
 
-TEST_F(VCardFolderTest, WorksThroughTheInterface) {
+TEST_F(QVVCardFolderTest, WorksThroughTheInterface) {
     QVAddressBook& book = mFolder;
     const QVString UID = book.saveProfile(profileWithEmail("山田太郎", "taro@example.com")).UID;
     const auto found = book.profilesWithEmailAddress("TARO@example.com", nullptr);

@@ -1,4 +1,4 @@
-#include "QVSocialSearch/VCard.h"
+#include "QVSocialSearch/QVVCard.h"
 
 #include "QVPlatform/Text.h"
 #include "VCard/VCardEncoding.h"
@@ -17,63 +17,63 @@ std::int64_t numberOfGroup(const std::string& group) {
 
 }  // namespace
 
-VCard::VCard() = default;
-VCard::VCard(VCard&&) noexcept = default;
-VCard& VCard::operator=(VCard&&) noexcept = default;
-VCard::~VCard() = default;
+QVVCard::QVVCard() = default;
+QVVCard::QVVCard(QVVCard&&) noexcept = default;
+QVVCard& QVVCard::operator=(QVVCard&&) noexcept = default;
+QVVCard::~QVVCard() = default;
 
-std::optional<VCard> VCard::cardWithBytes(std::string_view bytes, std::string* problem) {
+std::optional<QVVCard> QVVCard::cardWithBytes(std::string_view bytes, std::string* problem) {
     VCardReader reader(bytes);
     if (!reader.read()) {
         if (problem != nullptr) *problem = reader.problem();
         return std::nullopt;
     }
-    VCard card;
+    QVVCard card;
     card.mVersion = reader.version();
     card.mLineEnd = reader.lineEnd();
     card.mLines = reader.takeLines();
     return card;
 }
 
-VCard VCard::emptyCard() {
+QVVCard QVVCard::emptyCard() {
     return *cardWithBytes("BEGIN:VCARD\r\nVERSION:3.0\r\nEND:VCARD\r\n", nullptr);
 }
 
-std::string VCard::bytes() const {
+std::string QVVCard::bytes() const {
     std::string bytes;
     for (const VCardLine& line : mLines)
         bytes += line.bytes;
     return bytes;
 }
 
-std::vector<const VCardProperty*> VCard::properties() const {
-    std::vector<const VCardProperty*> properties;
+std::vector<const QVVCardProperty*> QVVCard::properties() const {
+    std::vector<const QVVCardProperty*> properties;
     for (const VCardLine& line : mLines) {
         if (line.property && line.property->isReadable) properties.push_back(&*line.property);
     }
     return properties;
 }
 
-std::vector<const VCardProperty*> VCard::propertiesNamed(std::string_view capitalName) const {
-    std::vector<const VCardProperty*> found = properties();
-    std::erase_if(found, [&](const VCardProperty* property) { return !property->isNamed(capitalName); });
+std::vector<const QVVCardProperty*> QVVCard::propertiesNamed(std::string_view capitalName) const {
+    std::vector<const QVVCardProperty*> found = properties();
+    std::erase_if(found, [&](const QVVCardProperty* property) { return !property->isNamed(capitalName); });
     return found;
 }
 
-const VCardProperty* VCard::propertyNamed(std::string_view capitalName) const {
-    const std::vector<const VCardProperty*> found = propertiesNamed(capitalName);
+const QVVCardProperty* QVVCard::propertyNamed(std::string_view capitalName) const {
+    const std::vector<const QVVCardProperty*> found = propertiesNamed(capitalName);
     return found.empty() ? nullptr : found.front();
 }
 
-const VCardProperty* VCard::propertyNamed(std::string_view capitalName, const std::string& group) const {
+const QVVCardProperty* QVVCard::propertyNamed(std::string_view capitalName, const std::string& group) const {
     const std::string capitalGroup = capitals(group);
-    for (const VCardProperty* property : propertiesNamed(capitalName)) {
+    for (const QVVCardProperty* property : propertiesNamed(capitalName)) {
         if (!group.empty() && capitals(property->group) == capitalGroup) return property;
     }
     return nullptr;
 }
 
-void VCard::replaceProperty(const VCardProperty* property, VCardProperty with) {
+void QVVCard::replaceProperty(const QVVCardProperty* property, QVVCardProperty with) {
     for (VCardLine& line : mLines) {
         if (!line.property || &*line.property != property) continue;
         with.version = mVersion;
@@ -82,7 +82,7 @@ void VCard::replaceProperty(const VCardProperty* property, VCardProperty with) {
     }
 }
 
-void VCard::addProperty(VCardProperty property) {
+void QVVCard::addProperty(QVVCardProperty property) {
     property.version = mVersion;
     // The last line that is not empty is the card's end.
     const auto isEnd = [](const VCardLine& line) { return line.bytes.find(':') != std::string::npos; };
@@ -90,7 +90,7 @@ void VCard::addProperty(VCardProperty property) {
     mLines.insert(end == mLines.rend() ? mLines.end() : std::prev(end.base()), lineWithProperty(property, mLineEnd));
 }
 
-std::string VCard::unusedGroup() const {
+std::string QVVCard::unusedGroup() const {
     std::int64_t last = 0;
     for (const VCardLine& line : mLines) {
         if (line.property) last = std::max(last, numberOfGroup(line.property->group));

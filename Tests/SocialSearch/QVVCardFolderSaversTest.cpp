@@ -1,4 +1,4 @@
-#include "QVSocialSearch/VCardFolder.h"
+#include "QVSocialSearch/QVVCardFolder.h"
 #include "SocialSearch/VCardFolderSupport.h"
 #include "Support/ReadFile.h"
 #include "Support/TemporaryFolder.h"
@@ -48,7 +48,7 @@ std::string nameOf(const std::string& who, int number) {
 }
 
 /// What is in the folder: each UID once, each card whole. Fails the running test otherwise.
-std::map<std::string, std::set<std::string>> emailsByUID(VCardFolder& folder) {
+std::map<std::string, std::set<std::string>> emailsByUID(QVVCardFolder& folder) {
     std::optional<qv::Error> error;
     std::map<std::string, std::set<std::string>> contacts;
     for (const auto& profile : folder.profiles(&error)) {
@@ -64,7 +64,7 @@ std::map<std::string, std::set<std::string>> emailsByUID(VCardFolder& folder) {
 
 /// Saves new contacts and adds to one that all savers share, by turns.
 bool saveMany(const std::filesystem::path& path, const std::string& who, int count) {
-    VCardFolder folder(path);
+    QVVCardFolder folder(path);
     for (int i = 0; i < count; ++i) {
         const std::string name = nameOf(who, i);
         const auto own = folder.saveProfile(recordWithEmail(name, name + "@own.example"));
@@ -75,7 +75,7 @@ bool saveMany(const std::filesystem::path& path, const std::string& who, int cou
 }
 
 void expectEverything(const std::filesystem::path& path, int savers, int count) {
-    VCardFolder folder(path);
+    QVVCardFolder folder(path);
     auto contacts = emailsByUID(folder);
     EXPECT_EQ(contacts.size(), static_cast<std::size_t>(savers * count + 1));
     EXPECT_EQ(contacts["shared"].size(), static_cast<std::size_t>(savers * count));
@@ -88,7 +88,7 @@ void expectEverything(const std::filesystem::path& path, int savers, int count) 
     }
 }
 
-TEST(VCardFolderSaversTest, ProcessesLoseNothing) {
+TEST(QVVCardFolderSaversTest, ProcessesLoseNothing) {
     constexpr int kSavers = 4;
     constexpr int kCount = 12;
     const TemporaryFolder folder;
@@ -100,7 +100,7 @@ TEST(VCardFolderSaversTest, ProcessesLoseNothing) {
     expectEverything(folder.path(), kSavers, kCount);
 }
 
-TEST(VCardFolderSaversTest, ThreadsLoseNothing) {
+TEST(QVVCardFolderSaversTest, ThreadsLoseNothing) {
     constexpr int kSavers = 4;
     constexpr int kCount = 12;
     const TemporaryFolder folder;
@@ -141,11 +141,11 @@ class Stranger {
     std::thread mThread;
 };
 
-TEST(VCardFolderSaversTest, ARecordThatNeverRestsGivesAnEnd) {
+TEST(QVVCardFolderSaversTest, ARecordThatNeverRestsGivesAnEnd) {
     const TemporaryFolder temporary;
     const auto file = temporary.write(
         "u.vcf", "BEGIN:VCARD\r\nVERSION:3.0\r\nUID:u\r\nFN:Ada Example\r\nN:Example;Ada;;;\r\nEND:VCARD\r\n");
-    VCardFolder folder(temporary.path());
+    QVVCardFolder folder(temporary.path());
     {
         const Stranger stranger(file);
         for (int i = 0; i < 10; ++i) {
@@ -161,7 +161,7 @@ TEST(VCardFolderSaversTest, ARecordThatNeverRestsGivesAnEnd) {
 
 /// Saves until it is killed and tells of each save that is done: the number that the child writes is its promise.
 bool saveUntilKilled(const std::filesystem::path& path, int promises, int round) {
-    VCardFolder folder(path);
+    QVVCardFolder folder(path);
     for (int i = 0;; ++i) {
         const std::string name = nameOf("r" + std::to_string(round), i);
         const std::string UID = i % 2 == 0 ? nameOf("own", round) : "shared";
@@ -195,7 +195,7 @@ std::string killASaver(const std::filesystem::path& path, int round, std::chrono
     return promises;
 }
 
-void expectPromisesKept(VCardFolder& folder, const std::string& promises) {
+void expectPromisesKept(QVVCardFolder& folder, const std::string& promises) {
     const auto contacts = emailsByUID(folder);
     std::istringstream lines(promises);
     std::string UID;
@@ -206,10 +206,10 @@ void expectPromisesKept(VCardFolder& folder, const std::string& promises) {
     }
 }
 
-TEST(VCardFolderSaversTest, KilledSaversLeaveWholeContacts) {
+TEST(QVVCardFolderSaversTest, KilledSaversLeaveWholeContacts) {
     constexpr int kKills = 200;
     const TemporaryFolder temporary;
-    VCardFolder folder(temporary.path());
+    QVVCardFolder folder(temporary.path());
     std::mt19937 random(20240917);
     std::uniform_int_distribution<int> life(200, 12000);
     std::string promises;

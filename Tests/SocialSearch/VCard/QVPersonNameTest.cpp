@@ -1,4 +1,4 @@
-#include "QVSocialSearch/PersonName.h"
+#include "QVSocialSearch/QVPersonName.h"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +19,7 @@ struct NameRow {
 class PersonNames : public testing::TestWithParam<NameRow> {};
 
 TEST_P(PersonNames, AreTakenApart) {
-    const PersonName name = PersonName::nameWithText(GetParam().text);
+    const QVPersonName name = QVPersonName::nameWithText(GetParam().text);
     EXPECT_EQ(name.family, GetParam().family);
     EXPECT_EQ(name.given, GetParam().given);
     EXPECT_EQ(name.additional, GetParam().additional);
@@ -102,16 +102,16 @@ INSTANTIATE_TEST_SUITE_P(
         NameRow{"Mixed", "Wei 王", "王", "Wei"}),
     [](const auto& row) { return row.param.test; });
 
-TEST(PersonNameTest, SurvivesOddTexts) {
-    EXPECT_EQ(PersonName::nameWithText("\xFF\xFE").given, "\xEF\xBF\xBD\xEF\xBF\xBD");
+TEST(QVPersonNameTest, SurvivesOddTexts) {
+    EXPECT_EQ(QVPersonName::nameWithText("\xFF\xFE").given, "\xEF\xBF\xBD\xEF\xBF\xBD");
     const std::string many = [] {
         std::string text;
         for (int i = 0; i < 100000; ++i)
             text += "Ada, ";
         return text;
     }();
-    EXPECT_EQ(PersonName::nameWithText(many).given, many);
-    EXPECT_EQ(PersonName::nameWithText(many.substr(0, 997)).family, "Ada");
+    EXPECT_EQ(QVPersonName::nameWithText(many).given, many);
+    EXPECT_EQ(QVPersonName::nameWithText(many.substr(0, 997)).family, "Ada");
 }
 
 }  // namespace

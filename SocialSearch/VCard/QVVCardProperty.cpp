@@ -1,4 +1,4 @@
-#include "QVSocialSearch/VCardProperty.h"
+#include "QVSocialSearch/QVVCardProperty.h"
 
 #include "VCard/CharacterSet.h"
 #include "VCard/VCardEncoding.h"
@@ -25,7 +25,8 @@ bool isGroup(std::string_view text) {
 
 }  // namespace
 
-VCardProperty VCardProperty::withTexts(VCardVersion version, std::string name, const std::vector<std::string>& texts) {
+QVVCardProperty QVVCardProperty::withTexts(QVVCardVersion version, std::string name,
+                                           const std::vector<std::string>& texts) {
     std::string value;
     for (const std::string& text : texts) {
         if (&text != &texts.front()) value += ';';
@@ -34,15 +35,15 @@ VCardProperty VCardProperty::withTexts(VCardVersion version, std::string name, c
     return withValue(version, std::move(name), std::move(value));
 }
 
-VCardProperty VCardProperty::withValue(VCardVersion version, std::string name, std::string value) {
-    VCardProperty property;
+QVVCardProperty QVVCardProperty::withValue(QVVCardVersion version, std::string name, std::string value) {
+    QVVCardProperty property;
     property.version = version;
     property.name = std::move(name);
     property.value = std::move(value);
     return property;
 }
 
-std::optional<VCardProperty> VCardProperty::propertyWithLine(VCardVersion version, std::string_view line) {
+std::optional<QVVCardProperty> QVVCardProperty::propertyWithLine(QVVCardVersion version, std::string_view line) {
     const std::size_t nameEnd = line.find_first_of(";:");
     if (nameEnd == std::string_view::npos) return std::nullopt;
     const std::string_view fullName = line.substr(0, nameEnd);
@@ -51,7 +52,7 @@ std::optional<VCardProperty> VCardProperty::propertyWithLine(VCardVersion versio
     const std::optional<ParameterList> list = parametersInLine(version, line.substr(nameEnd));
     if (!list || !isName(fullName.substr(nameStart)) || dot == 0) return std::nullopt;
 
-    VCardProperty property =
+    QVVCardProperty property =
         withValue(version, std::string(fullName.substr(nameStart)), std::string(line.substr(nameEnd + list->length)));
     property.group = fullName.substr(0, nameStart == 0 ? 0 : dot);
     if (!isGroup(property.group)) return std::nullopt;
@@ -59,12 +60,12 @@ std::optional<VCardProperty> VCardProperty::propertyWithLine(VCardVersion versio
     return property;
 }
 
-void VCardProperty::decode() {
+void QVVCardProperty::decode() {
     if (parameters.empty() && isASCII(value)) return;
     const std::string characterSet = parameter("CHARSET").value_or("");
     const std::string bytes = isQuotedPrintable() ? textOfQuotedPrintable(value) : value;
     std::optional<std::string> text =
-        textInCharacterSet(bytes, version == VCardVersion::V21 || isQuotedPrintable() ? characterSet : "UTF-8");
+        textInCharacterSet(bytes, version == QVVCardVersion::V21 || isQuotedPrintable() ? characterSet : "UTF-8");
     isReadable = text.has_value();
     if (!text) return;
     // An encoded NUL could not be written back into a text.
@@ -72,20 +73,20 @@ void VCardProperty::decode() {
     value = *std::move(text);
 }
 
-bool VCardProperty::isNamed(std::string_view capitalName) const {
+bool QVVCardProperty::isNamed(std::string_view capitalName) const {
     return name.size() == capitalName.size() && capitals(name) == capitalName;
 }
 
-std::optional<std::string> VCardProperty::parameter(std::string_view capitalName) const {
-    for (const VCardParameter& parameter : parameters) {
+std::optional<std::string> QVVCardProperty::parameter(std::string_view capitalName) const {
+    for (const QVVCardParameter& parameter : parameters) {
         if (!parameter.values.empty() && capitals(parameter.name) == capitalName) return parameter.values.front();
     }
     return std::nullopt;
 }
 
-std::vector<std::string> VCardProperty::types() const {
+std::vector<std::string> QVVCardProperty::types() const {
     std::vector<std::string> words;
-    for (const VCardParameter& parameter : parameters) {
+    for (const QVVCardParameter& parameter : parameters) {
         if (!parameter.name.empty() && capitals(parameter.name) != "TYPE") continue;
         for (const std::string& value_ : parameter.values) {
             // 4.0 has lists inside of quotes.
@@ -96,36 +97,36 @@ std::vector<std::string> VCardProperty::types() const {
     return words;
 }
 
-bool VCardProperty::hasType(std::string_view capitalName) const {
+bool QVVCardProperty::hasType(std::string_view capitalName) const {
     const std::vector<std::string> words = types();
     return std::find(words.begin(), words.end(), capitalName) != words.end();
 }
 
-bool VCardProperty::isQuotedPrintable() const {
+bool QVVCardProperty::isQuotedPrintable() const {
     return capitals(parameter("ENCODING").value_or("")) == "QUOTED-PRINTABLE" || hasType("QUOTED-PRINTABLE");
 }
 
-bool VCardProperty::isBase64() const {
+bool QVVCardProperty::isBase64() const {
     const std::string encoding = capitals(parameter("ENCODING").value_or(""));
     return encoding == "B" || encoding == "BASE64" || hasType("BASE64");
 }
 
-std::string VCardProperty::text() const {
+std::string QVVCardProperty::text() const {
     return unescapedText(version, value);
 }
 
-std::vector<std::string> VCardProperty::components() const {
+std::vector<std::string> QVVCardProperty::components() const {
     std::vector<std::string> texts;
     for (const std::string& part : splitAtUnescaped(value, ';'))
         texts.push_back(unescapedText(version, part));
     return texts;
 }
 
-std::string VCardProperty::valueWithFirstComponent(std::string_view text) const {
+std::string QVVCardProperty::valueWithFirstComponent(std::string_view text) const {
     const std::size_t first = splitAtUnescaped(value, ';').front().size();
     return escapedText(version, text) + value.substr(first);
 }
 
-std::optional<qv::Data> VCardProperty::bytes() const {
+std::optional<qv::Data> QVVCardProperty::bytes() const {
     return isBase64() ? bytesOfBase64(value) : std::nullopt;
 }

@@ -20,12 +20,12 @@
 ///   together, as family name.
 /// - a text of more than 1000 bytes is no name: all of it is the given name.
 /// The parts hold every word of the name once, in its own spelling.
-struct QV_EXPORT PersonName {
+struct QV_EXPORT QVPersonName {
     std::string family;
     std::string given;
     std::string additional;
     std::string prefix;
     std::string suffix;
 
-    static PersonName nameWithText(std::string_view displayName);
+    static QVPersonName nameWithText(std::string_view displayName);
 };

@@ -1,4 +1,4 @@
-#include "QVSocialSearch/VCardProfile.h"
+#include "QVSocialSearch/QVVCardProfile.h"
 
 #include "Merging/EntryMeaning.h"
 #include "VCard/CardAddress.h"
@@ -13,25 +13,25 @@
 namespace {
 
 /// A 4.0 phone number may be a URI.
-std::string phoneNumberOf(const VCardProperty& property) {
+std::string phoneNumberOf(const QVVCardProperty& property) {
     const std::string text = trimmed(property.text());
     return text.starts_with("tel:") ? text.substr(4) : text;
 }
 
-QVEmailSet emailsOf(const VCard& card) {
+QVEmailSet emailsOf(const QVVCard& card) {
     auto emails = std::make_shared<qv::OrderedSet<std::shared_ptr<const QVEmail>>>();
     const CardLabels labels(card);
-    for (const VCardProperty* property : card.propertiesNamed("EMAIL")) {
+    for (const QVVCardProperty* property : card.propertiesNamed("EMAIL")) {
         const QVString label = labels.labelOfProperty(*property);
         if (auto email = QVEmail::emailWithLabel(label, trimmed(property->text()))) emails->insert(std::move(email));
     }
     return emails;
 }
 
-QVPhoneNumberSet phonesOf(const VCard& card) {
+QVPhoneNumberSet phonesOf(const QVVCard& card) {
     auto phones = std::make_shared<qv::OrderedSet<std::shared_ptr<const QVPhoneNumber>>>();
     const CardLabels labels(card);
-    for (const VCardProperty* property : card.propertiesNamed("TEL")) {
+    for (const QVVCardProperty* property : card.propertiesNamed("TEL")) {
         const QVString label = labels.labelOfProperty(*property);
         auto phone = QVPhoneNumber::phoneNumberWithNumber(phoneNumberOf(*property), label);
         if (phone) phones->insert(std::move(phone));
@@ -47,45 +47,47 @@ auto setOf(const List& list) {
     return set;
 }
 
-void writeEmails(VCard& card, const QVSocialProfile& profile) {
+void writeEmails(QVVCard& card, const QVSocialProfile& profile) {
     QVSocialProfile all;
     all.mergeWithEmailSet(emailsOf(card));
     const std::size_t known = all.emailAddresses().size();
     all.mergeWithEmailSet(setOf(profile.emailAddresses()));
     for (std::size_t i = known; i < all.emailAddresses().size(); ++i) {
         const QVEmail& email = *all.emailAddresses()[i];
-        addPropertyWithLabel(card, VCardProperty::withTexts(card.version(), "EMAIL", {trimmed(email.address())}),
+        addPropertyWithLabel(card, QVVCardProperty::withTexts(card.version(), "EMAIL", {trimmed(email.address())}),
                              email.label());
     }
 }
 
-void writePhones(VCard& card, const QVSocialProfile& profile) {
+void writePhones(QVVCard& card, const QVSocialProfile& profile) {
     QVSocialProfile all;
     all.mergeWithPhoneNumberSet(phonesOf(card));
     const std::size_t known = all.phoneNumbers().size();
     all.mergeWithPhoneNumberSet(setOf(profile.phoneNumbers()));
     for (std::size_t i = known; i < all.phoneNumbers().size(); ++i) {
         const QVPhoneNumber& phone = *all.phoneNumbers()[i];
-        addPropertyWithLabel(card, VCardProperty::withTexts(card.version(), "TEL", {trimmed(phone.number())}),
+        addPropertyWithLabel(card, QVVCardProperty::withTexts(card.version(), "TEL", {trimmed(phone.number())}),
                              phone.type());
     }
 }
 
 }  // namespace
 
-QVString uidOfCard(const VCard& card) {
+namespace qv {
+
+QVString uidOfCard(const QVVCard& card) {
     return textNamed(card, "UID");
 }
 
-bool cardHasEmailAddress(const VCard& card, const std::string& address) {
+bool cardHasEmailAddress(const QVVCard& card, const std::string& address) {
     const std::string meaning = meaningOfEmail(address);
     const auto properties = card.propertiesNamed("EMAIL");
-    return !meaning.empty() && std::any_of(properties.begin(), properties.end(), [&](const VCardProperty* property) {
+    return !meaning.empty() && std::any_of(properties.begin(), properties.end(), [&](const QVVCardProperty* property) {
         return meaningOfEmail(property->text()) == meaning;
     });
 }
 
-std::shared_ptr<QVSocialProfile> profileOfCard(const VCard& card, const std::string& UID) {
+std::shared_ptr<QVSocialProfile> profileOfCard(const QVVCard& card, const std::string& UID) {
     auto profile = std::make_shared<QVSocialProfile>();
     profile->setProfileType(QVSocialProfileSourceAddressBook);
     profile->setAddressBookUID(uidOfCard(card).value_or(UID));
@@ -102,7 +104,7 @@ std::shared_ptr<QVSocialProfile> profileOfCard(const VCard& card, const std::str
     return profile;
 }
 
-void updateCard(VCard& card, const QVSocialProfile& profile, const std::string& UID) {
+void updateCard(QVVCard& card, const QVSocialProfile& profile, const std::string& UID) {
     if (!uidOfCard(card)) writeText(card, "UID", UID);
     writeName(card, profile);
     writeText(card, "TITLE", profile.jobTitle());
@@ -120,3 +122,5 @@ bool profileHasContents(const QVSocialProfile& profile) {
            profile.twitterAccounts()->size() > 0 || profile.profileURLLinkedInPublic() ||
            profile.profileURLFacebook() || profile.addressBookAvatarData();
 }
+
+}  // namespace qv

@@ -8,21 +8,21 @@
 #include <string_view>
 #include <vector>
 
-enum class VCardVersion { V21, V30, V40 };
+enum class QVVCardVersion { V21, V30, V40 };
 
 /// A parameter with its values, without quotes and caret escapes. A word that stands alone, as 2.1 has it
 /// ("TEL;HOME:"), is a parameter without a name.
-struct VCardParameter {
+struct QVVCardParameter {
     std::string name;
     std::vector<std::string> values;
 };
 
 /// One property of a vCard: `group.NAME;parameters:value` (RFC 2426, RFC 6350, and versit's vCard 2.1). A plain value.
-struct QV_EXPORT VCardProperty {
-    VCardVersion version = VCardVersion::V30;
+struct QV_EXPORT QVVCardProperty {
+    QVVCardVersion version = QVVCardVersion::V30;
     std::string group;
     std::string name;
-    std::vector<VCardParameter> parameters;
+    std::vector<QVVCardParameter> parameters;
     /// Unfolded, in UTF-8, out of quoted-printable; what the version escapes is still escaped.
     std::string value;
     /// False when the value is in a character set that nobody here knows; `value` is then as it was written.
@@ -30,12 +30,12 @@ struct QV_EXPORT VCardProperty {
 
     /// A property whose value is the texts, escaped as the version wants it, with semicolons between them. Line ends in
     /// them are LF.
-    static VCardProperty withTexts(VCardVersion version, std::string name, const std::vector<std::string>& texts);
+    static QVVCardProperty withTexts(QVVCardVersion version, std::string name, const std::vector<std::string>& texts);
     /// A property whose value goes into the card as it is (URIs, base64). It must have no line end.
-    static VCardProperty withValue(VCardVersion version, std::string name, std::string value);
+    static QVVCardProperty withValue(QVVCardVersion version, std::string name, std::string value);
     /// `propertyWithLine:` An unfolded line, without its line end. Nothing when it is not well formed. The value is
     /// not decoded yet: see `decode`.
-    static std::optional<VCardProperty> propertyWithLine(VCardVersion version, std::string_view line);
+    static std::optional<QVVCardProperty> propertyWithLine(QVVCardVersion version, std::string_view line);
 
     /// Takes the value out of quoted-printable and out of its character set.
     void decode();

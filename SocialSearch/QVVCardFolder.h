@@ -17,10 +17,10 @@
 /// with one UID the first in the order of file names counts.
 ///
 /// All operations block and may be called from any thread.
-class QV_EXPORT VCardFolder : public QVAddressBook {
+class QV_EXPORT QVVCardFolder : public QVAddressBook {
   public:
     /// The folder is made by the first save when it is not there; the one above it must be there.
-    explicit VCardFolder(std::filesystem::path folder) : mFolder(std::move(folder)) {}
+    explicit QVVCardFolder(std::filesystem::path folder) : mFolder(std::move(folder)) {}
 
     const std::filesystem::path& folder() const { return mFolder; }
 

@@ -1,4 +1,4 @@
-#include "QVSocialSearch/VCard.h"
+#include "QVSocialSearch/QVVCard.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,18 +16,18 @@ std::string cardWithLines(const std::string& version, const std::string& lines, 
 }
 
 /// Fails the running test, and gives an empty card, when there is none.
-VCard readCard(const std::string& bytes) {
+QVVCard readCard(const std::string& bytes) {
     std::string problem;
-    auto card = VCard::cardWithBytes(bytes, &problem);
+    auto card = QVVCard::cardWithBytes(bytes, &problem);
     EXPECT_TRUE(card) << problem << "\n" << bytes.substr(0, 500);
-    return card ? *std::move(card) : VCard::emptyCard();
+    return card ? *std::move(card) : QVVCard::emptyCard();
 }
 
-VCardProperty readProperty(const std::string& version, const std::string& lines, std::string_view name) {
-    const VCard card = readCard(cardWithLines(version, lines));
-    const VCardProperty* property = card.propertyNamed(name);
+QVVCardProperty readProperty(const std::string& version, const std::string& lines, std::string_view name) {
+    const QVVCard card = readCard(cardWithLines(version, lines));
+    const QVVCardProperty* property = card.propertyNamed(name);
     EXPECT_NE(property, nullptr) << name;
-    return property != nullptr ? *property : VCardProperty();
+    return property != nullptr ? *property : QVVCardProperty();
 }
 
 std::vector<std::string> physicalLines(const std::string& bytes, const std::string& end) {
@@ -84,8 +84,8 @@ INSTANTIATE_TEST_SUITE_P(
         TextRow{"Empty", "3.0", "NOTE:\r\n", ""}),
     [](const auto& row) { return row.param.name; });
 
-TEST(VCardTest, ReadsGroupsAndParameters) {
-    const VCardProperty property =
+TEST(QVVCardTest, ReadsGroupsAndParameters) {
+    const QVVCardProperty property =
         readProperty("4.0", "item1.TEL;TYPE=\"work,voice\";type=cell;PREF=1;X-N=\"a^'b^^c^nd\":+1 2\r\n", "TEL");
     EXPECT_EQ(property.group, "item1");
     EXPECT_EQ(property.text(), "+1 2");
@@ -95,20 +95,20 @@ TEST(VCardTest, ReadsGroupsAndParameters) {
     EXPECT_FALSE(property.parameter("ABSENT"));
 }
 
-TEST(VCardTest, ReadsTypesThatStandAlone) {
-    const VCardProperty property = readProperty("2.1", "TEL;HOME;FAX;X=a,b:1\r\n", "TEL");
+TEST(QVVCardTest, ReadsTypesThatStandAlone) {
+    const QVVCardProperty property = readProperty("2.1", "TEL;HOME;FAX;X=a,b:1\r\n", "TEL");
     EXPECT_THAT(property.types(), ElementsAre("HOME", "FAX"));
     EXPECT_TRUE(property.hasType("FAX"));
     EXPECT_FALSE(property.hasType("WORK"));
 }
 
-TEST(VCardTest, ReadsComponents) {
+TEST(QVVCardTest, ReadsComponents) {
     EXPECT_THAT(readProperty("3.0", "N:van\\; X;Ada\\, B;;\\\\;\r\n", "N").components(),
                 ElementsAre("van; X", "Ada, B", "", "\\", ""));
     EXPECT_THAT(readProperty("2.1", "N:a\\;b;c,d\r\n", "N").components(), ElementsAre("a;b", "c,d"));
 }
 
-TEST(VCardTest, ReadsBase64) {
+TEST(QVVCardTest, ReadsBase64) {
     const qv::Data expected{'a', 0, 0xFF, 'z'};
     EXPECT_EQ(readProperty("3.0", "PHOTO;ENCODING=b;TYPE=JPEG:YQD/\r\n  eg==\r\n", "PHOTO").bytes(), expected);
     EXPECT_EQ(readProperty("2.1", "PHOTO;BASE64:\r\n YQD/\r\n eg==\r\n\r\n", "PHOTO").bytes(), expected);
@@ -118,15 +118,15 @@ TEST(VCardTest, ReadsBase64) {
     EXPECT_FALSE(readProperty("3.0", "PHOTO;VALUE=uri:http://a.example/\r\n", "PHOTO").bytes());
 }
 
-TEST(VCardTest, KeepsPropertiesInUnknownCharacterSetsUnread) {
+TEST(QVVCardTest, KeepsPropertiesInUnknownCharacterSetsUnread) {
     const std::string bytes = cardWithLines("2.1", "NOTE;CHARSET=X-KLINGON:\xFF\xFE\r\nFN:a\r\n");
-    const VCard card = readCard(bytes);
+    const QVVCard card = readCard(bytes);
     EXPECT_EQ(card.propertyNamed("NOTE"), nullptr);
     EXPECT_NE(card.propertyNamed("FN"), nullptr);
     EXPECT_EQ(card.bytes(), bytes);
 }
 
-TEST(VCardTest, KeepsEveryByte) {
+TEST(QVVCardTest, KeepsEveryByte) {
     const std::vector<std::string> cards{
         cardWithLines("3.0", "FN:a\r\nX-ODD;;A=:  \r\n\r\nitem1.X-B:c\r\n  d\r\n"),
         cardWithLines("4.0", "FN:a\nNOTE:b\n", "\n"),
@@ -152,9 +152,9 @@ class VCardBroken : public testing::TestWithParam<BrokenRow> {};
 
 TEST_P(VCardBroken, AreRefused) {
     std::string problem;
-    EXPECT_FALSE(VCard::cardWithBytes(GetParam().bytes, &problem));
+    EXPECT_FALSE(QVVCard::cardWithBytes(GetParam().bytes, &problem));
     EXPECT_THAT(problem, HasSubstr(GetParam().problem));
-    EXPECT_FALSE(VCard::cardWithBytes(GetParam().bytes, nullptr));
+    EXPECT_FALSE(QVVCard::cardWithBytes(GetParam().bytes, nullptr));
 }
 
 std::string repeated(const std::string& text, std::size_t count) {
@@ -190,54 +190,54 @@ INSTANTIATE_TEST_SUITE_P(
                   "too large"}),
     [](const auto& row) { return row.param.name; });
 
-TEST(VCardTest, ReadsACardThatIsAsLargeAsItMayBe) {
+TEST(QVVCardTest, ReadsACardThatIsAsLargeAsItMayBe) {
     const std::string frame = cardWithLines("3.0", "NOTE:\r\n");
     const std::string bytes =
-        cardWithLines("3.0", "NOTE:" + std::string(VCard::kMaximumSize - frame.size(), 'a') + "\r\n");
-    ASSERT_EQ(bytes.size(), VCard::kMaximumSize);
+        cardWithLines("3.0", "NOTE:" + std::string(QVVCard::kMaximumSize - frame.size(), 'a') + "\r\n");
+    ASSERT_EQ(bytes.size(), QVVCard::kMaximumSize);
     EXPECT_EQ(readCard(bytes).bytes(), bytes);
 }
 
-TEST(VCardTest, WritesInTheCardsVersionAndLineEnds) {
+TEST(QVVCardTest, WritesInTheCardsVersionAndLineEnds) {
     for (const std::string end : {"\r\n", "\n"}) {
         for (const std::string version : {"2.1", "3.0", "4.0"}) {
-            VCard card = readCard(cardWithLines(version, "X-A:b" + end, end));
-            card.addProperty(VCardProperty::withTexts(card.version(), "NOTE", {"x"}));
+            QVVCard card = readCard(cardWithLines(version, "X-A:b" + end, end));
+            card.addProperty(QVVCardProperty::withTexts(card.version(), "NOTE", {"x"}));
             EXPECT_EQ(card.bytes(), cardWithLines(version, "X-A:b" + end + "NOTE:x" + end, end));
         }
     }
 }
 
-TEST(VCardTest, WritesBeforeAnEndWithoutLineEnd) {
-    VCard card = readCard("BEGIN:VCARD\nVERSION:3.0\nEND:VCARD");
-    card.addProperty(VCardProperty::withTexts(card.version(), "FN", {"a"}));
+TEST(QVVCardTest, WritesBeforeAnEndWithoutLineEnd) {
+    QVVCard card = readCard("BEGIN:VCARD\nVERSION:3.0\nEND:VCARD");
+    card.addProperty(QVVCardProperty::withTexts(card.version(), "FN", {"a"}));
     EXPECT_EQ(card.bytes(), "BEGIN:VCARD\nVERSION:3.0\nFN:a\nEND:VCARD");
 }
 
-TEST(VCardTest, ReplacesOneLineOnly) {
-    VCard card = readCard(cardWithLines("3.0", "TITLE;LANGUAGE=en:Old\r\n er\r\nitem2.TITLE:Other\r\nX-A:\\q\r\n"));
-    VCardProperty changed = *card.propertyNamed("TITLE");
+TEST(QVVCardTest, ReplacesOneLineOnly) {
+    QVVCard card = readCard(cardWithLines("3.0", "TITLE;LANGUAGE=en:Old\r\n er\r\nitem2.TITLE:Other\r\nX-A:\\q\r\n"));
+    QVVCardProperty changed = *card.propertyNamed("TITLE");
     changed.value = "New";
     card.replaceProperty(card.propertyNamed("TITLE"), changed);
     EXPECT_EQ(card.bytes(), cardWithLines("3.0", "TITLE;LANGUAGE=en:New\r\nitem2.TITLE:Other\r\nX-A:\\q\r\n"));
 }
 
-TEST(VCardTest, WritesParametersAsTheyWere) {
-    VCard card = readCard(cardWithLines("4.0", "item1.TEL;TYPE=\"work,voice\";X-N=\"a^'b:c\":1\r\n"));
-    VCardProperty changed = *card.propertyNamed("TEL");
+TEST(QVVCardTest, WritesParametersAsTheyWere) {
+    QVVCard card = readCard(cardWithLines("4.0", "item1.TEL;TYPE=\"work,voice\";X-N=\"a^'b:c\":1\r\n"));
+    QVVCardProperty changed = *card.propertyNamed("TEL");
     changed.value = "2";
     card.replaceProperty(card.propertyNamed("TEL"), changed);
     EXPECT_EQ(card.bytes(), cardWithLines("4.0", "item1.TEL;TYPE=\"work,voice\";X-N=\"a^'b:c\":2\r\n"));
 }
 
-TEST(VCardTest, NumbersGroupsBeyondThoseInUse) {
+TEST(QVVCardTest, NumbersGroupsBeyondThoseInUse) {
     EXPECT_EQ(readCard(cardWithLines("3.0", "FN:a\r\n")).unusedGroup(), "item1");
     EXPECT_EQ(readCard(cardWithLines("3.0", "ITEM7.TEL:1\r\nitem3.TEL:2\r\nother9.TEL:3\r\n")).unusedGroup(), "item8");
     EXPECT_EQ(readCard(cardWithLines("3.0", "item99999999999999999999.TEL:1\r\n")).unusedGroup(), "item1");
 }
 
-TEST(VCardTest, FindsPropertiesInTheirGroup) {
-    const VCard card = readCard(cardWithLines("3.0", "X-L:no\r\na.X-L:first\r\nB.X-L:second\r\n"));
+TEST(QVVCardTest, FindsPropertiesInTheirGroup) {
+    const QVVCard card = readCard(cardWithLines("3.0", "X-L:no\r\na.X-L:first\r\nB.X-L:second\r\n"));
     ASSERT_NE(card.propertyNamed("X-L", "b"), nullptr);
     EXPECT_EQ(card.propertyNamed("X-L", "b")->text(), "second");
     EXPECT_EQ(card.propertyNamed("X-L", "c"), nullptr);
@@ -257,14 +257,14 @@ class VCardFolding : public testing::TestWithParam<FoldRow> {};
 TEST_P(VCardFolding, KeepsTextsWhole) {
     for (std::size_t length = 0; length < 240; ++length) {
         const std::string text = std::string(length, 'x') + GetParam().text;
-        VCard card = readCard(cardWithLines(GetParam().version, ""));
-        card.addProperty(VCardProperty::withTexts(card.version(), "NOTE", {text}));
+        QVVCard card = readCard(cardWithLines(GetParam().version, ""));
+        card.addProperty(QVVCardProperty::withTexts(card.version(), "NOTE", {text}));
         for (const std::string& line : physicalLines(card.bytes(), "\r\n")) {
             EXPECT_LE(line.size(), 75U);
             const bool isFolded = line.starts_with(' ') && line.size() > 1;
             EXPECT_NE(static_cast<unsigned char>(line[isFolded ? 1 : 0]) & 0xC0, 0x80) << line;
         }
-        const VCard again = readCard(card.bytes());
+        const QVVCard again = readCard(card.bytes());
         ASSERT_NE(again.propertyNamed("NOTE"), nullptr);
         ASSERT_EQ(again.propertyNamed("NOTE")->text(), text) << card.bytes();
     }
@@ -289,26 +289,27 @@ std::vector<FoldRow> foldRows() {
 INSTANTIATE_TEST_SUITE_P(Rows, VCardFolding, testing::ValuesIn(foldRows()),
                          [](const auto& row) { return row.param.name; });
 
-TEST(VCardTest, EscapesWhatTheVersionEscapes) {
+TEST(QVVCardTest, EscapesWhatTheVersionEscapes) {
     const std::vector<std::string> texts{"a;b,c\\d\ne", "f"};
-    EXPECT_EQ(VCardProperty::withTexts(VCardVersion::V30, "X", texts).value, "a\\;b\\,c\\\\d\\ne;f");
-    EXPECT_EQ(VCardProperty::withTexts(VCardVersion::V40, "X", texts).value, "a\\;b\\,c\\\\d\\ne;f");
-    EXPECT_EQ(VCardProperty::withTexts(VCardVersion::V21, "X", texts).value, "a\\;b,c\\\\d\ne;f");
-    EXPECT_EQ(VCardProperty::withTexts(VCardVersion::V30, "X", {std::string("a\0b\r\nc\rd", 8)}).value, "ab\\nc\\nd");
+    EXPECT_EQ(QVVCardProperty::withTexts(QVVCardVersion::V30, "X", texts).value, "a\\;b\\,c\\\\d\\ne;f");
+    EXPECT_EQ(QVVCardProperty::withTexts(QVVCardVersion::V40, "X", texts).value, "a\\;b\\,c\\\\d\\ne;f");
+    EXPECT_EQ(QVVCardProperty::withTexts(QVVCardVersion::V21, "X", texts).value, "a\\;b,c\\\\d\ne;f");
+    EXPECT_EQ(QVVCardProperty::withTexts(QVVCardVersion::V30, "X", {std::string("a\0b\r\nc\rd", 8)}).value,
+              "ab\\nc\\nd");
 }
 
-TEST(VCardTest, WritesOldCardsInQuotedPrintable) {
-    VCard card = readCard(cardWithLines("2.1", ""));
-    card.addProperty(VCardProperty::withTexts(card.version(), "FN", {"Müller"}));
-    card.addProperty(VCardProperty::withTexts(card.version(), "NOTE", {"a\nb=c"}));
+TEST(QVVCardTest, WritesOldCardsInQuotedPrintable) {
+    QVVCard card = readCard(cardWithLines("2.1", ""));
+    card.addProperty(QVVCardProperty::withTexts(card.version(), "FN", {"Müller"}));
+    card.addProperty(QVVCardProperty::withTexts(card.version(), "NOTE", {"a\nb=c"}));
     EXPECT_EQ(card.bytes(), cardWithLines("2.1",
                                           "FN;CHARSET=UTF-8;ENCODING=QUOTED-PRINTABLE:M=C3=BCller\r\n"
                                           "NOTE;ENCODING=QUOTED-PRINTABLE:a=0D=0Ab=3Dc\r\n"));
 }
 
-TEST(VCardTest, ReplacesEncodedValuesWithoutTheOldEncoding) {
-    VCard card = readCard(cardWithLines("2.1", "FN;CHARSET=ISO-8859-1;ENCODING=QUOTED-PRINTABLE:M=FCller\r\n"));
-    VCardProperty changed = *card.propertyNamed("FN");
+TEST(QVVCardTest, ReplacesEncodedValuesWithoutTheOldEncoding) {
+    QVVCard card = readCard(cardWithLines("2.1", "FN;CHARSET=ISO-8859-1;ENCODING=QUOTED-PRINTABLE:M=FCller\r\n"));
+    QVVCardProperty changed = *card.propertyNamed("FN");
     changed.value = "Muller";
     card.replaceProperty(card.propertyNamed("FN"), changed);
     EXPECT_EQ(card.bytes(), cardWithLines("2.1", "FN:Muller\r\n"));
