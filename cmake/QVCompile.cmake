@@ -25,6 +25,10 @@ function(qv_compile_options target)
                                            -Woverloaded-virtual -Werror -fstack-protector-strong)
   # GCC 12 sees overlapping copies in its own std::string where there are none.
   target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+  # Under the sanitizers it warns of things in the standard library and Boost that only its instrumentation brings.
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_FLAGS MATCHES "-fsanitize")
+    target_compile_options(${target} PRIVATE -Wno-tsan -Wno-maybe-uninitialized)
+  endif()
   if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug" AND NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
     target_compile_options(${target} PRIVATE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
   endif()
