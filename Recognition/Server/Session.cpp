@@ -123,9 +123,12 @@ void Session::submit() {
     job.jpeg = std::move(mParser->get().body());
     job.contentLanguage = std::string(asText(mParser->get()[http::field::content_language]));
     job.isAbandoned = mIsAbandoned;
-    job.finished = [self = shared_from_this()](JobEnd end, Recognition recognition) {
-        asio::post(self->mStream.get_executor(),
-                   [self, end, found = std::move(recognition)]() mutable { self->onFinished(end, std::move(found)); });
+    // The worker hands the session back whole: who destroys it must be the thread that serves it.
+    job.finished = [self = shared_from_this()](JobEnd end, Recognition recognition) mutable {
+        const auto executor = self->mStream.get_executor();
+        asio::post(executor, [self = std::move(self), end, found = std::move(recognition)]() mutable {
+            self->onFinished(end, std::move(found));
+        });
     };
     mStream.expires_never();
     if (!mState.pool->submit(job)) return answer(Status::service_unavailable);

@@ -102,7 +102,9 @@ pid_t spawn(const ProcessCall& call, const Pipe& input, const Pipe& output, cons
     ::posix_spawnattr_init(&attributes);
     sigset_t signals;
     sigemptyset(&signals);
-    sigaddset(&signals, SIGPIPE);
+    // What a terminal's program starts with: a shell's background job ignores the first two.
+    for (const int signal : {SIGINT, SIGQUIT, SIGPIPE})
+        sigaddset(&signals, signal);
     ::posix_spawnattr_setsigdefault(&attributes, &signals);
     ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
     std::vector<std::string> arguments{call.program.string()};
