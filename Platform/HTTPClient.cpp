@@ -22,10 +22,11 @@ HTTPResponse failure(HTTPErrorCode code, std::string description) {
 }
 
 std::optional<HTTPTransfer::Clock::time_point> endOf(const HTTPRequest& request) {
-    if (request.totalSeconds <= 0) return std::nullopt;
+    if (request.totalSeconds <= 0) return request.deadline;
     // A year is as good as for ever, and far from where clocks overflow.
     constexpr long kYear = 366L * 24 * 60 * 60;
-    return HTTPTransfer::Clock::now() + std::chrono::seconds(std::min(request.totalSeconds, kYear));
+    const auto end = HTTPTransfer::Clock::now() + std::chrono::seconds(std::min(request.totalSeconds, kYear));
+    return std::min(end, request.deadline.value_or(end));
 }
 
 HTTPResponse followRedirects(HTTPRequest request) {

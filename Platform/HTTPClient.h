@@ -5,6 +5,7 @@
 #include "Export.h"
 #include "URL.h"
 
+#include <chrono>
 #include <optional>
 #include <string>
 #include <utility>
@@ -44,11 +45,15 @@ struct HTTPRequest {
     long stallSeconds = 60;
     /// Seconds for the whole call, redirects included; 0 is no limit.
     long totalSeconds = 0;
+    /// The moment at which the whole call ends at the latest, redirects included; absent is no limit.
+    std::optional<std::chrono::steady_clock::time_point> deadline{};
     /// Bytes; a larger answer ends the call with `AnswerTooLarge`.
     std::size_t maximumBodySize = 16U * 1024 * 1024;
     /// Connects to addresses of the public internet only (`isPublicAddress`), whatever name or redirect leads there.
     /// Anything else fails like a server that cannot be reached.
     bool onlyPublicAddresses = false;
+    /// The same for what redirects lead to, however far; the request's own address is the caller's choice.
+    bool redirectsOnlyToPublicAddresses = false;
 };
 
 struct HTTPResponse {

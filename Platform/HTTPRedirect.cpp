@@ -104,6 +104,7 @@ std::optional<HTTPRequest> redirectedRequest(HTTPRequest request, const HTTPResp
     if (!target || !isAllowed(request.url, *target)) return std::nullopt;
     if (!isSameOrigin(request.url, *target)) dropCredentials(request);
     if (becomesGET(request.method, response.status)) becomeGET(request);
+    if (request.redirectsOnlyToPublicAddresses) request.onlyPublicAddresses = true;
     request.url = *target;
     return request;
 }

@@ -214,6 +214,27 @@ TEST(HTTPRedirect, MayLeadToTLSAndIsCheckedThere) {
     EXPECT_EQ(secure.received(), "");
 }
 
+TEST(HTTPRedirect, LeadsToPublicAddressesOnlyWhenAsked) {
+    ScriptedServer inner;
+    inner.respond(ScriptedServer::answer(200, "secret"));
+    ScriptedServer server;
+    server.respond(redirect(302, inner.url()));
+    auto request = following(server.url());
+    request.redirectsOnlyToPublicAddresses = true;
+    EXPECT_NE(errorCodeOf(send(request)), 0);
+    EXPECT_EQ(server.requests().size(), 1U) << "the request's own address is the caller's choice";
+    EXPECT_EQ(inner.connectionCount(), 0U);
+}
+
+TEST(HTTPRedirect, DoesNotLeadBackToItsOwnPrivateAddress) {
+    ScriptedServer server;
+    server.respond(redirect(302, "/again"));
+    auto request = following(server.url());
+    request.redirectsOnlyToPublicAddresses = true;
+    EXPECT_NE(errorCodeOf(send(request)), 0);
+    EXPECT_EQ(server.requests().size(), 1U);
+}
+
 struct AddressRow {
     const char* name;
     const char* address;

@@ -130,6 +130,24 @@ TEST_F(HTTPTransferTest, EndsAtTheLimitOfTheWholeCall) {
     expectFailure(send(request), kTimedOut);
 }
 
+TEST_F(HTTPTransferTest, EndsAtItsDeadline) {
+    mServer.handle([](ScriptedConnection& connection, const ScriptedRequest&) { connection.waitUntilClosed(); });
+    auto request = requestTo(mServer.url());
+    request.totalSeconds = 3600;
+    request.deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(20);
+    expectFailure(send(request), kTimedOut);
+    request.totalSeconds = 0;
+    expectFailure(send(request), kTimedOut);
+}
+
+TEST_F(HTTPTransferTest, EndsAtTheLimitThatComesFirst) {
+    mServer.handle([](ScriptedConnection& connection, const ScriptedRequest&) { connection.waitUntilClosed(); });
+    auto request = requestTo(mServer.url());
+    request.totalSeconds = 1;
+    request.deadline = std::chrono::steady_clock::now() + std::chrono::hours(1);
+    expectFailure(send(request), kTimedOut);
+}
+
 TEST_F(HTTPTransferTest, WaitsForASlowServerThatIsWithinItsLimits) {
     const auto gate = std::make_shared<Gate>();
     mServer.respondAfter(gate, ScriptedServer::answer(200, "late"));
