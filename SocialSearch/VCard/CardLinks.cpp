@@ -1,8 +1,8 @@
 #include "VCard/CardLinks.h"
 
+#include "Links/NetworkLink.h"
 #include "Merging/EntryMeaning.h"
 #include "QVPlatform/Text.h"
-#include "QVPlatform/URL.h"
 #include "VCard/VCardEncoding.h"
 
 #include <algorithm>
@@ -12,30 +12,8 @@ namespace {
 
 constexpr std::string_view kTwitterPage = "https://twitter.com/";
 
-bool isHostOf(const std::string& host, std::string_view domain) {
-    return host == domain || host.ends_with("." + std::string(domain));
-}
-
-/// "LINKEDIN", "FACEBOOK" or "TWITTER"; empty for any other link and for what is none.
-std::string networkOfLink(const std::string& link) {
-    const auto url = qv::URL::URLWithString(link);
-    if (!url || (url->scheme() != "http" && url->scheme() != "https")) return "";
-    const std::string host = qv::Text::lowercased(url->host());
-    if (isHostOf(host, "linkedin.com")) return "LINKEDIN";
-    if (isHostOf(host, "facebook.com") || isHostOf(host, "fb.com")) return "FACEBOOK";
-    return isHostOf(host, "twitter.com") || isHostOf(host, "x.com") ? "TWITTER" : "";
-}
-
 std::string linkOf(const QVVCardProperty& property) {
     return trimmed(property.text());
-}
-
-/// The first segment of the page's path.
-std::string handleOfLink(const std::string& link) {
-    const std::size_t path = link.find('/', link.find("//") + 2);
-    if (path == std::string::npos) return "";
-    const std::size_t end = link.find_first_of("/?#", path + 1);
-    return withoutPercentEscapes(link.substr(path + 1, end == std::string::npos ? end : end - path - 1));
 }
 
 bool isOnTwitter(const QVVCardProperty& property) {
