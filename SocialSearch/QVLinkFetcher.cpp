@@ -21,13 +21,14 @@ State& state() {
     return *shared;
 }
 
-std::optional<qv::Data> fetch(const std::string& link) {
+std::optional<qv::Data> fetch(const std::string& link, std::optional<QVLinkFetcher::Clock::time_point> deadline) {
     const auto url = qv::URL::URLWithString(link);
     if (!url) return std::nullopt;
     const QVLinkPolicy policy = state().policy.load();
     qv::HTTPRequest request{.method = "GET", .url = *url};
     request.followsRedirects = true;
     request.totalSeconds = std::max(policy.totalSeconds, 1L);
+    request.deadline = deadline;
     request.maximumBodySize = policy.maximumSize;
     request.onlyPublicAddresses = !policy.allowsPrivateAddresses;
     auto response = qv::HTTPClient::sendSynchronousRequest(request);
@@ -36,12 +37,10 @@ std::optional<qv::Data> fetch(const std::string& link) {
     return std::move(response.body);
 }
 
-}  // namespace
-
-std::optional<qv::Data> QVLinkFetcher::contentsOfLink(const QVString& link) {
+std::optional<qv::Data> fetchAsChosen(const QVString& link, std::optional<QVLinkFetcher::Clock::time_point> deadline) {
     if (!link) return std::nullopt;
-    const Fetcher fetcher = state().fetcher.load();
-    if (!fetcher) return fetch(*link);
+    const QVLinkFetcher::Fetcher fetcher = state().fetcher.load();
+    if (!fetcher) return fetch(*link, deadline);
     try {
         return fetcher(*link);
     } catch (const std::exception& failure) {
@@ -50,6 +49,17 @@ std::optional<qv::Data> QVLinkFetcher::contentsOfLink(const QVString& link) {
         qv::Log::write("<ERROR> Exception from the host's link fetcher");
     }
     return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<qv::Data> QVLinkFetcher::contentsOfLink(const QVString& link) {
+    return fetchAsChosen(link, std::nullopt);
+}
+
+std::optional<qv::Data> QVLinkFetcher::contentsOfLink(const QVString& link, Clock::time_point deadline) {
+    if (Clock::now() >= deadline) return std::nullopt;
+    return fetchAsChosen(link, deadline);
 }
 
 QVLinkPolicy QVLinkFetcher::policy() {

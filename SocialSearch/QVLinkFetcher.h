@@ -4,6 +4,7 @@
 #include "QVPlatform/Export.h"
 #include "QVSocialSearch/QVSocialSearchTypes.h"
 
+#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <optional>
@@ -26,6 +27,10 @@ class QV_EXPORT QVLinkFetcher {
     /// The contents of the link; blocks. Absent for an absent link, one that is no http or https address or not
     /// allowed, and when the fetch fails, brings no bytes or any status but 200.
     static std::optional<qv::Data> contentsOfLink(const QVString& link);
+
+    using Clock = std::chrono::steady_clock;
+    /// The same, over at `deadline` if that comes before the policy's time. A host's own fetcher is not told of it.
+    static std::optional<qv::Data> contentsOfLink(const QVString& link, Clock::time_point deadline);
 
     static QVLinkPolicy policy();
     static void setPolicy(QVLinkPolicy policy);
