@@ -18,7 +18,10 @@ enum QVSocialProfileSource : std::int32_t {
     QVSocialProfileSourceFacebook = 2,
     /// The profile stands for a record of the address book: `addressBookUID` says which.
     QVSocialProfileSourceAddressBook = 4,
-    // From 8 on: this library's own providers, from 256 on those of hosts.
+    /// `QVGravatarProvider` and `QVWebFingerProvider`: what people, and the owners of their domains, say of themselves.
+    QVSocialProfileSourceGravatar = 8,
+    QVSocialProfileSourceWebFinger = 16,
+    // Up to 128: this library's own providers, from 256 on those of hosts.
 };
 
 /// What is known of a person from elsewhere than the card. Everything is absent or empty until set. A value: copies are
