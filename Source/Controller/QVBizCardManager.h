@@ -62,10 +62,11 @@ class QV_EXPORT QVBizCardManager : public qv::Object {
         const std::shared_ptr<QVCardProcessingResponse>& response) const;
 
     /// `addSocialSearchRequestFromCardProcessingResponse:` Looks the card's person up. Its one outcome, the time-out
-    /// included, comes as `kQVSocialSearchFinishedNotification` on the main executor, never inside this call; where a
-    /// search cannot start, as the time-out. An answer merges what was found into the response's contact. A second
-    /// request for the same note replaces the first. Call it on the main thread. Null does nothing; a response without
-    /// `originalNoteUUID` or `contact` is a failed assertion, and nothing happens.
+    /// included, comes as `kQVSocialSearchFinishedNotification` on the main executor; where a search cannot start, as
+    /// the time-out. It never comes inside this call, unless a search manager of the host's own answers there. An
+    /// answer merges what was found into the response's contact. A second request for the same note replaces the first.
+    /// Call it on the main thread. Null does nothing; a response without `originalNoteUUID` or `contact` is a failed
+    /// assertion, and nothing happens.
     void addSocialSearchRequestFromCardProcessingResponse(const std::shared_ptr<QVCardProcessingResponse>& response);
 
     /// `startLinkedInSearchFromCardProcessingResponse:` Starts the search and sets the response's

@@ -19,9 +19,11 @@ class DrivenMainQueue {
     DrivenMainQueue& operator=(const DrivenMainQueue&) = delete;
 
     std::size_t pump() { return mExecutor->pumped.pump(); }
+    /// Moves the clock on while the main thread is busy: what falls due waits for the next pump.
+    void advance(std::chrono::nanoseconds time) { mExecutor->clock.advance(time); }
     /// Moves the clock on and runs what is due then.
     void pass(std::chrono::nanoseconds time) {
-        mExecutor->clock.advance(time);
+        advance(time);
         pump();
     }
     /// Runs what comes until `done` holds, with the clock standing still. False after a minute, which ends a broken

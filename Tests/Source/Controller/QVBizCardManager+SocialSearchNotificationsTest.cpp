@@ -80,7 +80,8 @@ INSTANTIATE_TEST_SUITE_P(
                     LinkRow{"Facebook", std::nullopt, "https://example.com/fb", QVSocialSearchResultFacebook},
                     LinkRow{"Both", "https://example.com/in", "https://example.com/fb",
                             QVSocialSearchResultLinkedInAndFacebook},
-                    LinkRow{"EmptyIsPresent", "", std::nullopt, QVSocialSearchResultLinkedIn}),
+                    LinkRow{"EmptyLinkedInIsPresent", "", std::nullopt, QVSocialSearchResultLinkedIn},
+                    LinkRow{"EmptyFacebookIsPresent", std::nullopt, "", QVSocialSearchResultFacebook}),
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(SocialSearchNotificationTest, ShipsANewAvatar) {

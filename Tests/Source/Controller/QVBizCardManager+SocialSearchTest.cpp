@@ -229,16 +229,52 @@ TEST_F(SocialSearchTest, CarriesAnAnswerFromAnotherThreadOver) {
     EXPECT_EQ(mLog.messages().front(), kNothingFound);
 }
 
-TEST_F(SocialSearchTest, LetsTheTimeOutWinWhenItWasDueBeforeACarriedAnswer) {
+TEST_F(SocialSearchTest, LetsWhatFellDueFirstWinOnABusyMainThread) {
+    const auto answerFromAnotherThread = [this](std::size_t number) {
+        std::thread([&] { mSearch->answer(number, nullptr); }).join();
+    };
     mManager->addSocialSearchRequestFromCardProcessingResponse(scannedCard());
-    mMain.pass(3s);
-    std::thread answering([this] { mSearch->answer(0, nullptr); });
-    answering.join();
-    mMain.pump();
+    mMain.advance(4s - 1ns);
+    answerFromAnotherThread(0);
+    mMain.pass(1ns);
     ASSERT_EQ(mHeard.size(), 1U);
     EXPECT_EQ(heardType(), QVSocialSearchResultNotFound);
-    mMain.pass(1s);
+    mManager->addSocialSearchRequestFromCardProcessingResponse(scannedCard());
+    mMain.advance(4s + 1ns);
+    answerFromAnotherThread(1);
+    mMain.pump();
+    ASSERT_EQ(mHeard.size(), 2U);
+    EXPECT_EQ(heardType(), QVSocialSearchResultTimedOut);
+}
+
+TEST_F(SocialSearchTest, TakesAnAnswerInsideTheCall) {
+    // A host's own search may know the answer at once; the record is there by then.
+    struct KnowingSearch : QVSocialSearchManager {
+        void addSearchByRequest(std::shared_ptr<QVSocialSearchRequest> request, Completion completion) override {
+            completion(QVSocialSearchResponse::initWithRequestID(request->requestID(), nullptr));
+        }
+    };
+    QVSocialSearchManager::setSharedManager(std::make_shared<KnowingSearch>());
+    const auto response = scannedCard();
+    mManager->addSocialSearchRequestFromCardProcessingResponse(response);
+    ASSERT_EQ(mHeard.size(), 1U);
+    EXPECT_EQ(heardType(), QVSocialSearchResultNotFound);
+    EXPECT_TRUE(response->willStartLinkedInSearch());
+    mMain.pass(1h);
     EXPECT_EQ(mHeard.size(), 1U);
+}
+
+TEST_F(SocialSearchTest, MayBeAskedAgainByAnObserver) {
+    const auto again = qv::NotificationCenter::defaultCenter().addObserverForName(
+        "QVSocialSearchFinishedNotification", [this](const auto&) {
+            if (mHeard.size() == 1) mManager->addSocialSearchRequestFromCardProcessingResponse(scannedCard());
+        });
+    mManager->addSocialSearchRequestFromCardProcessingResponse(scannedCard());
+    mSearch->answer(0, nullptr);
+    ASSERT_EQ(mHeard.size(), 1U);
+    EXPECT_TRUE(mManager->socialSearchRequestInfoWithID("note-1")) << "of the second search";
+    mSearch->answer(1, nullptr);
+    EXPECT_EQ(mHeard.size(), 2U);
 }
 
 TEST_F(SocialSearchTest, ReplacesAPendingRecord) {

@@ -123,12 +123,18 @@ TEST_F(AddressBookExport, FillsWhatAnExistingRecordLacks) {
     EXPECT_EQ(absent->company(), "Example Ltd.");
     EXPECT_EQ(absent->formattedName(), std::nullopt) << "the name is not written";
     EXPECT_EQ(absent->addressBookUID(), "uid-1");
-    const auto profile = profileOfType(4 + 2);
-    profile->setJobTitle("");
-    profile->setCompany("Other Ltd.");
-    const auto partly = save(fullContact(), profile);
-    EXPECT_EQ(partly->jobTitle(), "Head");
-    EXPECT_EQ(partly->company(), "Other Ltd.") << "each on its own";
+    const auto withCompany = profileOfType(4 + 2);
+    withCompany->setJobTitle("");
+    withCompany->setCompany("Other Ltd.");
+    const auto titleFilled = save(fullContact(), withCompany);
+    EXPECT_EQ(titleFilled->jobTitle(), "Head");
+    EXPECT_EQ(titleFilled->company(), "Other Ltd.") << "each on its own";
+    const auto withTitle = profileOfType(4 + 8);
+    withTitle->setJobTitle("Chair");
+    withTitle->setCompany("");
+    const auto companyFilled = save(fullContact(), withTitle);
+    EXPECT_EQ(companyFilled->jobTitle(), "Chair");
+    EXPECT_EQ(companyFilled->company(), "Example Ltd.");
 }
 
 TEST_F(AddressBookExport, FillsNothingThatAProfessionalNetworkLeftOut) {

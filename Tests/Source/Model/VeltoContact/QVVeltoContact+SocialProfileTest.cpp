@@ -188,6 +188,11 @@ TEST_F(SocialProfileMerge, FillsLinksThatAreAbsent) {
     mProfile->setProfileURLLinkedInPublic("https://example.com/other");
     merge();
     EXPECT_EQ(mContact.linkedInProfileURL(), "https://example.com/in");
+    mContact.setFacebookProfileURL(std::nullopt);
+    mContact.setLinkedInProfileURL("");
+    merge();
+    EXPECT_EQ(mContact.facebookProfileURL(), "https://example.com/fb");
+    EXPECT_EQ(mContact.linkedInProfileURL(), "");
 }
 
 TEST_F(SocialProfileMerge, FillsAnAbsentAddressWithTheFirst) {
@@ -283,6 +288,12 @@ TEST_F(SocialProfileMerge, ChoosesByThePresenceOfALink) {
     EXPECT_THAT(mFetched, ElementsAre("https://example.com/fb.png"));
     EXPECT_EQ(mContact.avatar(), nullptr) << "no falling back to the address book";
     mFetched.clear();
+    mProfile->setAvatarURLFacebookBig("");
+    merge();
+    EXPECT_THAT(mFetched, ElementsAre("")) << "an empty link is present";
+    EXPECT_EQ(mContact.avatar(), nullptr);
+    mFetched.clear();
+    mProfile->setAvatarURLFacebookBig("https://example.com/fb.png");
     mProfile->setAvatarURLLinkedIn("https://example.com/in.png");
     merge();
     EXPECT_THAT(mFetched, ElementsAre("https://example.com/in.png")) << "no falling back to the other link";
