@@ -1,5 +1,6 @@
 #include "Output/FieldTable.h"
 
+#include "Output/TextTable.h"
 #include "QVCardScan/QVBusinessCardField.h"
 #include "Support/TerminalText.h"
 
@@ -11,75 +12,56 @@
 namespace qvhost {
 namespace {
 
-constexpr std::size_t kTextWidth = 60;
-constexpr std::string_view kGap = "  ";
+using Field = std::shared_ptr<QVBusinessCardField>;
 
-struct Row {
-    std::string kind;
-    std::vector<std::string> text;
-    std::string confidence;
+struct Kind {
+    std::string_view name;
+    /// Its place in the table: who, where they work, how to reach them.
+    int place = 0;
 };
 
-std::string kindOf(const QVBusinessCardField& field) {
-    constexpr std::array<std::string_view, 13> kNames = {"",        "Name",       "Email", "Phone",   "Title",
-                                                         "Company", "Department", "URL",   "Address", "Fax",
-                                                         "Mobile",  "Twitter",    "Skype"};
+/// By field type; type 0 is none of these.
+constexpr std::array<Kind, 13> kKinds = {{{"", 13},
+                                          {"Name", 1},
+                                          {"Email", 5},
+                                          {"Phone", 6},
+                                          {"Title", 2},
+                                          {"Company", 4},
+                                          {"Department", 3},
+                                          {"URL", 9},
+                                          {"Address", 10},
+                                          {"Fax", 8},
+                                          {"Mobile", 7},
+                                          {"Twitter", 11},
+                                          {"Skype", 12}}};
+
+const Kind& kindOf(const QVBusinessCardField& field) {
     const auto type = static_cast<std::size_t>(field.type());
-    if (field.type() > 0 && type < kNames.size()) return std::string(kNames[type]);
+    return field.type() > 0 && type < kKinds.size() ? kKinds[type] : kKinds[0];
+}
+
+std::string nameOf(const QVBusinessCardField& field) {
+    const Kind& kind = kindOf(field);
+    if (!kind.name.empty()) return std::string(kind.name);
     const std::string name = TerminalText::printable(field.name().value_or(""));
     return name.empty() || TerminalText::displayWidth(name) > 20 ? "(other)" : "(" + name + ")";
 }
 
-std::vector<Row> rowsOf(const std::vector<std::shared_ptr<QVBusinessCardField>>& fields) {
-    std::vector<Row> rows{{"Field", {"Text"}, "Confidence"}};
-    for (const auto& field : fields) {
-        rows.push_back({kindOf(*field), TerminalText::wrapped(field->text().value_or(""), kTextWidth),
-                        std::to_string(field->weight())});
-    }
-    return rows;
-}
-
-std::string padded(const std::string& text, std::size_t width) {
-    const std::size_t taken = TerminalText::displayWidth(text);
-    return text + std::string(width - std::min(width, taken), ' ');
-}
-
-std::string rightAligned(const std::string& text, std::size_t width) {
-    return std::string(width - std::min(width, text.size()), ' ') + text;
-}
-
-struct Widths {
-    std::size_t kind = 0;
-    std::size_t text = 0;
-};
-
-Widths widthsOf(const std::vector<Row>& rows) {
-    Widths widths;
-    for (const Row& row : rows) {
-        widths.kind = std::max(widths.kind, TerminalText::displayWidth(row.kind));
-        for (const std::string& line : row.text)
-            widths.text = std::max(widths.text, TerminalText::displayWidth(line));
-    }
-    return widths;
-}
-
-void appendRow(std::string& table, const Row& row, const Widths& widths) {
-    table += padded(row.kind, widths.kind).append(kGap) + padded(row.text.front(), widths.text).append(kGap);
-    table += rightAligned(row.confidence, std::string_view("Confidence").size()) + "\n";
-    for (std::size_t i = 1; i < row.text.size(); ++i)
-        table += std::string(widths.kind, ' ').append(kGap) + row.text[i] + "\n";
+std::vector<Field> inOrder(std::vector<Field> fields) {
+    std::stable_sort(fields.begin(), fields.end(),
+                     [](const Field& one, const Field& other) { return kindOf(*one).place < kindOf(*other).place; });
+    return fields;
 }
 
 }  // namespace
 
 std::string fieldTable(const std::shared_ptr<QVBusinessCard>& card) {
     if (!card || !card->fields() || card->fields()->empty()) return "No fields were recognised.\n";
-    const std::vector<Row> rows = rowsOf(*card->fields());
-    const Widths widths = widthsOf(rows);
-    std::string table;
-    for (const Row& row : rows)
-        appendRow(table, row, widths);
-    return table;
+    TextTable table({{}, {}, {.isRightAligned = true}});
+    table.addRow({"Field", "Text", "Confidence"});
+    for (const Field& field : inOrder(*card->fields()))
+        table.addRow({nameOf(*field), field->text().value_or(""), std::to_string(field->weight())});
+    return table.text();
 }
 
 }  // namespace qvhost

@@ -41,19 +41,43 @@ TEST(FieldTable, KeepsItsColumnsWithWideAndLongText) {
     EXPECT_EQ(fieldTable(card),
               "Field    Text                                                Confidence\n"
               "Name     山田 太郎                                                   95\n"
-              "Address  1 Main Street                                                7\n"
-              "         12345 Town\n"
               "Company  " +
                   std::string(50, 'a') +
                   "         100\n"
                   "         " +
-                  std::string(20, 'b') + "\n");
+                  std::string(20, 'b') +
+                  "\n"
+                  "Address  1 Main Street                                                7\n"
+                  "         12345 Town\n");
 }
 
 TEST(FieldTable, AnAbsentTextIsAnEmptyCell) {
     EXPECT_EQ(fieldTable(cardWith({field(1, "name", std::nullopt, -3)})),
               "Field  Text  Confidence\n"
               "Name                 -3\n");
+}
+
+TEST(FieldTable, StandsInTheOrderInWhichAContactIsRead) {
+    std::vector<std::shared_ptr<QVBusinessCardField>> fields;
+    for (const int type : {0, 12, 11, 8, 7, 9, 10, 3, 2, 5, 6, 4, 1})
+        fields.push_back(field(type, "logo", std::to_string(type), 1));
+    fields.push_back(field(3, "phone", "another", 1));
+    EXPECT_EQ(fieldTable(cardWith(fields)),
+              "Field       Text     Confidence\n"
+              "Name        1                 1\n"
+              "Title       4                 1\n"
+              "Department  6                 1\n"
+              "Company     5                 1\n"
+              "Email       2                 1\n"
+              "Phone       3                 1\n"
+              "Phone       another           1\n"
+              "Mobile      10                1\n"
+              "Fax         9                 1\n"
+              "URL         7                 1\n"
+              "Address     8                 1\n"
+              "Twitter     11                1\n"
+              "Skype       12                1\n"
+              "(logo)      0                 1\n");
 }
 
 TEST(FieldTable, SaysThatThereIsNothing) {
