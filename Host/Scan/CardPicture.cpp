@@ -3,6 +3,9 @@
 #include "QVPlatform/MD5.h"
 #include "Support/FileReading.h"
 
+#include <filesystem>
+#include <system_error>
+
 namespace qvhost {
 namespace {
 
@@ -15,9 +18,17 @@ bool canBeDrawn(const std::shared_ptr<qv::Image>& image) {
     return thumbnail->representationUsingType(qv::ImageFileType::JPEG, 0.5).has_value();
 }
 
+Failure isNoFile(const std::string& file) {
+    return {ExitStatus::WrongCall,
+            "\"" + file + "\" is a pipe or a device, not a file. Save the photograph in a file first."};
+}
+
 }  // namespace
 
 Result<CardPicture> CardPicture::read(const std::string& file) {
+    // A pipe that nobody writes to would be waited for without end.
+    std::error_code unknown;
+    if (std::filesystem::is_other(file, unknown)) return isNoFile(file);
     Result<qv::Data> data = readFile(file, kMaximumPictureSize);
     if (!data) return data.failure();
     CardPicture picture;
