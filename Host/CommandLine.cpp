@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 
+#include "Command/ContactsCommand.h"
 #include "Command/NoteCommand.h"
 #include "Command/ParseCommand.h"
 #include "Command/ScanCommand.h"
@@ -21,9 +22,12 @@ constexpr const char* kFooter =
     "Examples:\n"
     "  qvcardscan scan card.jpg\n"
     "  qvcardscan scan front.jpg back.jpg -o result --language de\n"
+    "  qvcardscan scan card.jpg --search --save\n"
+    "  qvcardscan contacts list\n"
     "  qvcardscan parse result/result-front.xml --json\n"
+    "  qvcardscan COMMAND --help\n"
     "\n"
-    "Exit status: 0 done; 1 errors, or nothing recognised; 2 wrong call; 3 result not written.";
+    "Exit status: 0 done; 1 errors, or nothing found; 2 wrong call; 3 result not written.";
 
 /// The program's commands with the options that they share.
 class CommandLine {
@@ -36,6 +40,7 @@ class CommandLine {
         add(std::make_unique<ScanCommand>());
         add(std::make_unique<ParseCommand>());
         add(std::make_unique<NoteCommand>());
+        add(std::make_unique<ContactsCommand>());
     }
 
     ExitStatus run(int argumentCount, const char* const* arguments) {

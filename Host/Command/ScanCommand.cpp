@@ -2,6 +2,7 @@
 
 #include "Output/ErrorText.h"
 #include "Output/FieldTable.h"
+#include "Output/PersonText.h"
 #include "Output/ScanJSON.h"
 #include "Output/ScanRemarks.h"
 #include "Recognition/AuthToken.h"
@@ -15,6 +16,8 @@
 
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
+
+#include <algorithm>
 
 namespace qvhost {
 namespace {
@@ -35,15 +38,25 @@ std::string objectionToEmpty(const std::string& text) {
     return text.empty() ? "a name is needed here, not an empty text." : "";
 }
 
-void sayErrors(const ScanOutcome& outcome, const std::string& serverName) {
-    for (const qv::Error& error : outcome.errors())
-        Messages::say(ErrorText::message(error, serverName));
+constexpr const char* kFooter =
+    "Examples:\n"
+    "  qvcardscan scan card.jpg\n"
+    "  qvcardscan scan front.jpg back.jpg -o result --language de\n"
+    "  qvcardscan scan card.jpg --search --save --address-book ~/contacts\n"
+    "  qvcardscan scan card.jpg --contacts ~/contacts --json\n"
+    "\n"
+    "Exit status: 0 done; 1 errors, nothing recognised, or no answer to a search in time; 2 wrong call, nothing was\n"
+    "sent; 3 the result could not be written, or the contact not saved.";
+
+ExitStatus worst(ExitStatus one, ExitStatus other) {
+    return std::max(one, other);
 }
 
 }  // namespace
 
 CLI::App* ScanCommand::describe(CLI::App& program) {
     CLI::App* command = program.add_subcommand("scan", "Read a card from photographs of its sides");
+    command->footer(kFooter);
     command->add_option("FRONT", mFront, "Photograph of the front (JPEG, PNG, TIFF, WebP)")->required()->type_name("");
     command->add_option("BACK", mBack, "Photograph of the back; read when the front alone is not enough")
         ->type_name("");
@@ -51,21 +64,26 @@ CLI::App* ScanCommand::describe(CLI::App& program) {
         ->type_name("DIR")
         ->check(objectionToEmpty);
     command->add_flag("--json", mJSON, "Print one JSON object instead of the table");
-    command->add_flag("--skip-note", mSkipNote, "Only read the card: no contact, no note");
+    auto* skipNote = command->add_flag("--skip-note", mSkipNote, "Only read the card: no contact, no note");
     command->add_option("--language", mLanguage, "Language of the card, such as en or de (default: en)")
         ->type_name("L")
         ->check(objectionToLanguage);
+    describeServer(*command);
+    mPerson.describe(*command, *skipNote);
+    return command;
+}
+
+void ScanCommand::describeServer(CLI::App& command) {
     auto* server =
-        command->add_option("--server", mServerURL, "Use this recognition server instead of the embedded one");
+        command.add_option("--server", mServerURL, "Use this recognition server instead of the embedded one");
     server->type_name("URL")->check(RemoteServer::objectionTo);
     command
-        ->add_option("--token-file", mTokenFile,
-                     std::string("File with the server's token (or set ") + AuthToken::kVariable + ")")
+        .add_option("--token-file", mTokenFile,
+                    std::string("File with the server's token (or set ") + AuthToken::kVariable + ")")
         ->type_name("F")
         ->needs(server)
         ->check(objectionToEmpty);
-    command->add_option("--recognizer", mRecognizer, "Program to run as the embedded server")->group("");
-    return command;
+    command.add_option("--recognizer", mRecognizer, "Program to run as the embedded server")->group("");
 }
 
 ExitStatus ScanCommand::run() {
@@ -73,13 +91,16 @@ ExitStatus ScanCommand::run() {
     if (!chosen) return fail(chosen.failure());
     const Result<std::vector<CardPicture>> pictures = CardPicture::readAll(files());
     if (!pictures) return fail(pictures.failure());
+    const Result<std::unique_ptr<PersonSteps>> steps = mPerson.open();
+    if (!steps) return fail(steps.failure());
     if (mFolder) {
         if (const auto failure = ResultFolder(*mFolder).make()) return fail(*failure);
     }
     RecognitionServer& server = **chosen;
     const Result<ScanOutcome> outcome = scan(server, *pictures);
     if (!outcome) return fail(outcome.failure());
-    return report(*outcome, *pictures, server.name());
+    const PersonOutcome person = *steps ? (*steps)->run(*outcome) : PersonOutcome();
+    return report(*outcome, person, *pictures, server.name());
 }
 
 std::vector<std::string> ScanCommand::files() const {
@@ -105,16 +126,30 @@ Result<ScanOutcome> ScanCommand::scan(RecognitionServer& server, std::vector<Car
     return CardScan(server).run({std::move(pictures), mLanguage, mSkipNote});
 }
 
-ExitStatus ScanCommand::report(const ScanOutcome& outcome, const std::vector<CardPicture>& pictures,
-                               const std::string& serverName) const {
-    sayErrors(outcome, serverName);
+ExitStatus ScanCommand::report(const ScanOutcome& outcome, const PersonOutcome& person,
+                               const std::vector<CardPicture>& pictures, const std::string& serverName) const {
+    sayWhatMatters(outcome, person, serverName);
+    const bool writesFolder = mFolder && outcome.hasFields();
+    const ExitStatus folder = writesFolder ? writeFolder(outcome, pictures) : ExitStatus::Done;
+    const std::string text = resultText(outcome, person, writesFolder && folder == ExitStatus::Done);
+    const ExitStatus output = StandardStreams::writeResult(text);
+    const bool isWhole = outcome.errors().empty() && outcome.hasFields();
+    const ExitStatus scan = isWhole ? ExitStatus::Done : ExitStatus::Incomplete;
+    return worst(worst(scan, person.status()), worst(folder, output));
+}
+
+void ScanCommand::sayWhatMatters(const ScanOutcome& outcome, const PersonOutcome& person,
+                                 const std::string& serverName) const {
+    for (const qv::Error& error : outcome.errors())
+        Messages::say(ErrorText::message(error, serverName));
     for (const std::string& remark : scanRemarks(outcome, mLanguage, serverName))
         Messages::say(remark);
-    const ExitStatus folder = mFolder ? writeFolder(outcome, pictures) : ExitStatus::Done;
-    const ExitStatus output = StandardStreams::writeResult(resultText(outcome, mFolder && folder == ExitStatus::Done));
-    if (folder != ExitStatus::Done) return folder;
-    if (output != ExitStatus::Done) return output;
-    return outcome.errors().empty() && outcome.hasFields() ? ExitStatus::Done : ExitStatus::Incomplete;
+    for (const std::string& remark : person.remarks)
+        Messages::say(remark);
+    if (const std::string failure = saveFailureText(person); !failure.empty()) Messages::say(failure);
+    // What lies there may be a good result, and its note is not this card's.
+    if (mFolder && !outcome.hasFields())
+        Messages::say("Nothing was written to \"" + *mFolder + "\"; what was there is as it was.");
 }
 
 ExitStatus ScanCommand::writeFolder(const ScanOutcome& outcome, const std::vector<CardPicture>& pictures) const {
@@ -122,14 +157,18 @@ ExitStatus ScanCommand::writeFolder(const ScanOutcome& outcome, const std::vecto
     return failure ? fail(*failure) : ExitStatus::Done;
 }
 
-std::string ScanCommand::resultText(const ScanOutcome& outcome, bool folderWritten) const {
-    if (mJSON) return JSON::text(scanJSON(outcome));
-    std::string text = fieldTable(outcome.card);
-    if (!folderWritten) return text;
+std::string ScanCommand::resultText(const ScanOutcome& outcome, const PersonOutcome& person, bool folderWritten) const {
+    if (mJSON) return JSON::text(scanJSON(outcome, person));
+    const std::string more =
+        personText(person, outcome.response->contact()) + (folderWritten ? folderText(outcome) : std::string());
+    return fieldTable(outcome.card) + (more.empty() ? "" : "\n") + more;
+}
+
+std::string ScanCommand::folderText(const ScanOutcome& outcome) const {
+    const std::filesystem::path folder = *mFolder;
     const bool hasNote = outcome.response->qvmlContent().has_value();
-    const std::filesystem::path written =
-        hasNote ? std::filesystem::path(*mFolder) / "note.html" : std::filesystem::path(*mFolder);
-    return text + (hasNote ? "\nNote: " : "\nWritten to: ") + TerminalText::printable(written.string()) + "\n";
+    return (hasNote ? "Note: " : "Written to: ") +
+           TerminalText::printable((hasNote ? folder / "note.html" : folder).string()) + "\n";
 }
 
 }  // namespace qvhost

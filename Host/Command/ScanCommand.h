@@ -2,6 +2,7 @@
 
 #include "Command/Command.h"
 #include "Output/ResultFolder.h"
+#include "People/PersonOptions.h"
 #include "Recognition/RecognitionServer.h"
 #include "Scan/CardScan.h"
 
@@ -22,10 +23,13 @@ class ScanCommand : public Command {
     std::vector<std::string> files() const;
     Result<std::unique_ptr<RecognitionServer>> server() const;
     Result<ScanOutcome> scan(RecognitionServer& server, std::vector<CardPicture> pictures) const;
-    ExitStatus report(const ScanOutcome& outcome, const std::vector<CardPicture>& pictures,
+    void describeServer(CLI::App& command);
+    ExitStatus report(const ScanOutcome& outcome, const PersonOutcome& person, const std::vector<CardPicture>& pictures,
                       const std::string& serverName) const;
+    void sayWhatMatters(const ScanOutcome& outcome, const PersonOutcome& person, const std::string& serverName) const;
     ExitStatus writeFolder(const ScanOutcome& outcome, const std::vector<CardPicture>& pictures) const;
-    std::string resultText(const ScanOutcome& outcome, bool folderWritten) const;
+    std::string resultText(const ScanOutcome& outcome, const PersonOutcome& person, bool folderWritten) const;
+    std::string folderText(const ScanOutcome& outcome) const;
 
     std::string mFront;
     std::optional<std::string> mBack;
@@ -34,6 +38,7 @@ class ScanCommand : public Command {
     std::optional<std::string> mTokenFile;
     std::optional<std::string> mLanguage;
     std::optional<std::string> mRecognizer;
+    PersonOptions mPerson;
     bool mSkipNote = false;
     bool mJSON = false;
 };

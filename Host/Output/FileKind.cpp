@@ -1,6 +1,7 @@
 #include "Output/FileKind.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 
 namespace qvhost {
@@ -21,6 +22,8 @@ constexpr Signature kSignatures[] = {
     {0, "MM\0+"sv, {"tiff", "image/tiff", false}},      {4, "ftyp"sv, {"heic", "image/heic", false}},
 };
 
+constexpr FileKind kUnknown{"bin", "application/octet-stream", false};
+
 }  // namespace
 
 FileKind FileKind::of(const qv::Data& bytes) {
@@ -30,7 +33,15 @@ FileKind FileKind::of(const qv::Data& bytes) {
         if (head.size() > signature.position && head.substr(signature.position).starts_with(signature.bytes))
             return signature.kind;
     }
-    return {"bin", "application/octet-stream", false};
+    return kUnknown;
+}
+
+bool FileKind::isExtension(std::string_view ending) {
+    if (!ending.starts_with('.')) return false;
+    ending.remove_prefix(1);
+    return ending == kUnknown.extension ||
+           std::any_of(std::begin(kSignatures), std::end(kSignatures),
+                       [&](const auto& known) { return ending == known.kind.extension; });
 }
 
 }  // namespace qvhost

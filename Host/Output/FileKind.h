@@ -14,6 +14,9 @@ struct FileKind {
     bool isForBrowsers = false;
 
     static FileKind of(const qv::Data& bytes);
+
+    /// Whether files of some kind end like this, the dot included.
+    static bool isExtension(std::string_view ending);
 };
 
 }  // namespace qvhost

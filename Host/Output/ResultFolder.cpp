@@ -12,9 +12,12 @@
 #include <string_view>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 namespace qvhost {
 namespace {
+
+constexpr const char* kResources = "resources";
 
 QVString pageOf(const ScanOutcome& outcome, const Resources& resources) {
     const QVString note = outcome.response->qvmlContent();
@@ -24,8 +27,22 @@ QVString pageOf(const ScanOutcome& outcome, const Resources& resources) {
     return noteHTML(*note, name.value_or("Business card"), resources, outcome.response->imageRotationMap());
 }
 
+std::set<std::string> hashesIn(const QVString& note) {
+    std::set<std::string> hashes;
+    for (const MediaReference& reference : MediaReference::allIn(note.value_or("")))
+        hashes.insert(reference.hash);
+    return hashes;
+}
+
 std::string_view textOf(const qv::Data& bytes) {
     return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+/// Whether a file is called as this program calls a picture; others that lie there are somebody else's.
+bool isNameOfResource(const std::filesystem::path& file) {
+    const std::string hash = file.stem().string();
+    return hash.size() == 32 && hash.find_first_not_of("0123456789abcdef") == std::string::npos &&
+           FileKind::isExtension(file.extension().string());
 }
 
 }  // namespace
@@ -35,9 +52,18 @@ std::optional<Failure> ResultFolder::make() const {
 }
 
 std::optional<Failure> ResultFolder::write(const ScanOutcome& outcome, const Resources& resources) const {
-    const QVCardProcessingResponse& response = *outcome.response;
     // The note goes last: where it is, everything that it refers to is.
-    if (auto failure = writeResources(response.qvmlContent().value_or(""), resources)) return failure;
+    const std::set<std::string> hashes = hashesIn(outcome.response->qvmlContent());
+    for (const std::string& hash : hashes) {
+        if (auto failure = writeResource(hash, resources)) return failure;
+    }
+    if (auto failure = writeTexts(outcome, resources)) return failure;
+    removeOtherResources(hashes);
+    return std::nullopt;
+}
+
+std::optional<Failure> ResultFolder::writeTexts(const ScanOutcome& outcome, const Resources& resources) const {
+    const QVCardProcessingResponse& response = *outcome.response;
     const std::pair<std::string, QVString> files[] = {
         {"result-front.xml", response.rawResultForFirstCard()},
         {"result-back.xml", response.rawResultForSecondCard()},
@@ -59,19 +85,27 @@ std::optional<Failure> ResultFolder::writeOrRemove(const std::string& name, cons
     return std::nullopt;
 }
 
-std::optional<Failure> ResultFolder::writeResources(const std::string& note, const Resources& resources) const {
-    const std::filesystem::path folder = mFolder / "resources";
-    for (const MediaReference& reference : MediaReference::allIn(note)) {
-        const qv::Data* bytes = resources.find(reference.hash);
-        if (bytes == nullptr) {
-            Messages::say("The note refers to a picture that is not there: " + reference.hash + ".");
-            continue;
-        }
-        if (auto failure = makeFolder(folder)) return failure;
-        const std::string name = reference.hash + "." + std::string(FileKind::of(*bytes).extension);
-        if (auto failure = writeFile(folder / name, textOf(*bytes))) return failure;
+std::optional<Failure> ResultFolder::writeResource(const std::string& hash, const Resources& resources) const {
+    const qv::Data* bytes = resources.find(hash);
+    if (bytes == nullptr) {
+        Messages::say("The note refers to a picture that is not there: " + hash + ".");
+        return std::nullopt;
     }
-    return std::nullopt;
+    const std::filesystem::path folder = mFolder / kResources;
+    if (auto failure = makeFolder(folder)) return failure;
+    return writeFile(folder / (hash + "." + std::string(FileKind::of(*bytes).extension)), textOf(*bytes));
+}
+
+void ResultFolder::removeOtherResources(const std::set<std::string>& hashes) const {
+    std::error_code error;
+    std::vector<std::filesystem::path> leftOvers;
+    std::filesystem::directory_iterator entry(mFolder / kResources, error);
+    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        const std::filesystem::path& file = entry->path();
+        if (isNameOfResource(file) && !hashes.contains(file.stem().string())) leftOvers.push_back(file);
+    }
+    for (const std::filesystem::path& file : leftOvers)
+        std::filesystem::remove(file, error);
 }
 
 }  // namespace qvhost

@@ -6,11 +6,13 @@
 
 #include <filesystem>
 #include <optional>
+#include <set>
 #include <string>
 
 namespace qvhost {
 
-/// The folder that `-o` names. It holds one card: what an earlier one left under the same names is replaced or removed.
+/// The folder that `-o` names. It holds one card: what an earlier one left under the same names is replaced or removed,
+/// and so are pictures that no note refers to any longer.
 class ResultFolder {
   public:
     explicit ResultFolder(std::filesystem::path folder) : mFolder(std::move(folder)) {}
@@ -25,7 +27,9 @@ class ResultFolder {
 
   private:
     [[nodiscard]] std::optional<Failure> writeOrRemove(const std::string& name, const QVString& text) const;
-    [[nodiscard]] std::optional<Failure> writeResources(const std::string& note, const Resources& resources) const;
+    [[nodiscard]] std::optional<Failure> writeTexts(const ScanOutcome& outcome, const Resources& resources) const;
+    [[nodiscard]] std::optional<Failure> writeResource(const std::string& hash, const Resources& resources) const;
+    void removeOtherResources(const std::set<std::string>& hashes) const;
 
     std::filesystem::path mFolder;
 };

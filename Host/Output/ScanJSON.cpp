@@ -3,6 +3,7 @@
 #include "Output/CardJSON.h"
 #include "Output/ContactJSON.h"
 #include "Output/ErrorText.h"
+#include "Output/PersonJSON.h"
 
 #include <nlohmann/json.hpp>
 
@@ -27,14 +28,16 @@ JSON::Value errorsJSON(const std::vector<qv::Error>& errors) {
 
 }  // namespace
 
-JSON::Value scanJSON(const ScanOutcome& outcome) {
-    return {
+JSON::Value scanJSON(const ScanOutcome& outcome, const PersonOutcome& person) {
+    JSON::Value object = {
         {"noteUUID", outcome.noteUUID},
         {"errors", errorsJSON(outcome.errors())},
         {"rotation", outcome.rotation()},
         {"card", cardJSON(outcome.card)},
         {"contact", contactJSON(outcome.response->contact())},
     };
+    addPersonJSON(object, person);
+    return object;
 }
 
 }  // namespace qvhost

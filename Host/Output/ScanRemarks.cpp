@@ -36,6 +36,8 @@ std::vector<std::string> scanRemarks(const ScanOutcome& outcome, const std::opti
         remarks.emplace_back(
             "Nothing could be read in the picture. Take it again with the whole card in view, sharp and evenly lit.");
     }
+    if (outcome.leftBackUnread())
+        remarks.emplace_back("The back was not read: the front alone has an e-mail address and a title.");
     if (auto remark = remarkOnLanguage(outcome, language)) remarks.push_back(std::move(*remark));
     return remarks;
 }

@@ -61,6 +61,10 @@ bool ScanOutcome::hasFields() const {
     return card && card->fields() && !card->fields()->empty();
 }
 
+bool ScanOutcome::leftBackUnread() const {
+    return pictureCount > 1 && errors().empty() && !response->rawResultForSecondCard();
+}
+
 Result<ScanOutcome> CardScan::run(const ScanRequest& request) {
     Result<ScanOutcome> outcome = runOnce(request);
     if (!outcome || !connectionFailed(*outcome) || !mServer.hasEnded()) return outcome;
@@ -76,6 +80,7 @@ Result<ScanOutcome> CardScan::runOnce(const ScanRequest& request) {
     manager->setServerURL(access ? QVString(access->url) : std::nullopt);
     ScanOutcome outcome;
     outcome.noteUUID = Random::uuid();
+    outcome.pictureCount = request.pictures.size();
     outcome.response = process(makeRequest(request, outcome.noteUUID, access ? QVString(access->token) : std::nullopt));
     if (!outcome.response) {
         return Failure{ExitStatus::Incomplete, "The library refused the card. Run again with --verbose to see why."};

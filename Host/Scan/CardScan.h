@@ -23,6 +23,7 @@ struct ScanRequest {
 /// What came of it.
 struct ScanOutcome {
     std::string noteUUID;
+    std::size_t pictureCount = 0;
     std::shared_ptr<QVCardProcessingResponse> response;
     /// The recognised card, front and back merged; null when nothing was recognised.
     std::shared_ptr<QVBusinessCard> card;
@@ -32,6 +33,8 @@ struct ScanOutcome {
     /// Degrees clockwise that the winning picture must be turned; 0 when it is upright.
     std::int64_t rotation() const;
     bool hasFields() const;
+    /// Whether there was a picture of the back that was not looked at, because the front said enough.
+    bool leftBackUnread() const;
 };
 
 /// Runs one card through the library's manager and waits for the outcome.

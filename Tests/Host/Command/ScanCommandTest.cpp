@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <sys/stat.h>
 
 #include <filesystem>
 
@@ -201,6 +202,25 @@ TEST_F(ScanCommand, NothingIsSentThatIsNoPicture) {
         EXPECT_THAT(back.error, HasSubstr(file));
     }
     EXPECT_EQ(mServer.connectionCount(), 0U);
+}
+
+TEST_F(ScanCommand, DoesNotWaitForAPipe) {
+    const std::string pipe = (mFolder / "pipe.jpg").string();
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    for (const std::string& file : {pipe, std::string("/dev/zero")}) {
+        const auto result = scan({file});
+        EXPECT_EQ(result.status, 2) << file;
+        EXPECT_THAT(result.error, HasSubstr("\"" + file + "\" is a pipe or a device"));
+    }
+    EXPECT_EQ(mServer.connectionCount(), 0U);
+}
+
+TEST_F(ScanCommand, SaysThatTheBackWasNotRead) {
+    answerWith("front.xml");
+    const auto result = scan({mFront, mBack});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.error, HasSubstr("The back was not read"));
+    EXPECT_EQ(mServer.requests().size(), 1U);
 }
 
 TEST_F(ScanCommand, AFullDiskIsStatusThree) {

@@ -15,6 +15,7 @@ using testing::Not;
 using testsupport::hostData;
 using testsupport::readFile;
 using testsupport::runProcess;
+using testsupport::ScriptedServer;
 
 /// The folder that `scan` writes.
 class ScanFolder : public testsupport::ScanFixture {};
@@ -91,6 +92,45 @@ TEST_F(ScanFolder, ReplacesWhatAnEarlierScanLeft) {
     ASSERT_EQ(scan({mFront, "-o", out}).status, 0);
     EXPECT_THAT(readFile(mFolder / "out/note.qvml"), HasSubstr("Ada Example"));
     EXPECT_FALSE(fs::exists(mFolder / "out/result-back.xml")) << "it belongs to another card";
+}
+
+TEST_F(ScanFolder, TakesAwayPicturesOfTheCardBeforeAndNothingElse) {
+    answerWith("front-poor.xml");
+    answerWith("back-turned.xml");
+    answerWith("front.xml");
+    const fs::path out = mFolder / "out";
+    ASSERT_EQ(scan({mFront, mBack, "-o", out.string()}).status, 0);
+    const fs::path before = out / "resources" / (md5Of(readFile(mBack)) + ".png");
+    ASSERT_TRUE(fs::exists(before));
+    const std::string hash(32, 'a');
+    for (const std::string name : {"holiday.jpg", "0123.jpg"})
+        mFolder.write(fs::path("out/resources") / name, "mine");
+    for (const std::string& name : {hash, hash + ".txt", "A" + hash.substr(1) + ".jpg", hash + "a.jpg"})
+        mFolder.write(fs::path("out/resources") / name, "mine");
+    ASSERT_EQ(scan({mFront, "-o", out.string()}).status, 0);
+    EXPECT_FALSE(fs::exists(before)) << "no note refers to it";
+    EXPECT_TRUE(fs::exists(out / "resources" / (md5Of(readFile(mFront)) + ".jpg")));
+    std::size_t mine = 0;
+    for (const auto& entry : fs::directory_iterator(out / "resources"))
+        mine += readFile(entry.path()) == "mine" ? 1U : 0U;
+    EXPECT_EQ(mine, 6U);
+}
+
+TEST_F(ScanFolder, AFailedScanLeavesTheFolderAsItWas) {
+    answerWith("front.xml");
+    answerWith("no-card.xml");
+    mServer.respond(ScriptedServer::answer(503, ""));
+    const fs::path out = mFolder / "out";
+    ASSERT_EQ(scan({mFront, "-o", out.string()}).status, 0);
+    const std::string note = readFile(out / "note.qvml");
+    for (int i = 0; i < 2; ++i) {
+        const auto result = scan({mBack, "-o", out.string()});
+        EXPECT_EQ(result.status, 1);
+        EXPECT_THAT(result.output, Not(HasSubstr("Note:")));
+        EXPECT_THAT(result.error, HasSubstr("Nothing was written to \"" + out.string()));
+        EXPECT_EQ(readFile(out / "note.qvml"), note);
+        EXPECT_THAT(readFile(out / "contact.json"), HasSubstr("Ada Example"));
+    }
 }
 
 TEST_F(ScanFolder, TheSameFileTwiceIsFine) {

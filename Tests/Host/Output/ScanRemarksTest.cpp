@@ -38,6 +38,18 @@ TEST(ScanRemarks, SaysNothingOfAGoodScan) {
     EXPECT_THAT(scanRemarks(outcomeWith(cardIn("en")), std::nullopt, "a server"), IsEmpty());
 }
 
+TEST(ScanRemarks, SaysThatTheBackWasNotRead) {
+    auto outcome = outcomeWith(cardIn("en"));
+    outcome.pictureCount = 2;
+    outcome.response->setRawResultForFirstCard("<recoIndex/>");
+    EXPECT_THAT(scanRemarks(outcome, std::nullopt, "a server"), ElementsAre(HasSubstr("The back was not read")));
+    outcome.response->setRawResultForSecondCard("<recoIndex/>");
+    EXPECT_THAT(scanRemarks(outcome, std::nullopt, "a server"), IsEmpty());
+    outcome.pictureCount = 1;
+    outcome.response->setRawResultForSecondCard(std::nullopt);
+    EXPECT_THAT(scanRemarks(outcome, std::nullopt, "a server"), IsEmpty()) << "there was no back";
+}
+
 struct LanguageRow {
     const char* name;
     const char* asked;

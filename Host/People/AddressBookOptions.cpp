@@ -1,0 +1,78 @@
+#include "People/AddressBookOptions.h"
+
+#include "Support/Messages.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cstdlib>
+#include <system_error>
+
+namespace qvhost {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string objectionToEmpty(const std::string& text) {
+    return text.empty() ? "a name is needed here, not an empty text." : "";
+}
+
+/// Where the XDG Base Directory Specification puts a user's data.
+std::optional<fs::path> ownFolder() {
+    const char* data = std::getenv("XDG_DATA_HOME");
+    if (data != nullptr && fs::path(data).is_absolute()) return fs::path(data) / "qvcardscan" / "contacts";
+    const char* home = std::getenv("HOME");
+    if (home == nullptr || !fs::path(home).is_absolute()) return std::nullopt;
+    return fs::path(home) / ".local" / "share" / "qvcardscan" / "contacts";
+}
+
+Failure cannotBeUsed(const fs::path& folder, ExitStatus status, const std::error_code& error) {
+    return {status, "The address book \"" + folder.string() + "\" cannot be used: " + error.message() +
+                        ". Choose another with --address-book."};
+}
+
+/// Missing folders are made when something is to be saved.
+std::optional<Failure> prepare(const fs::path& folder, AddressBookOptions::Access access) {
+    const bool saves = access == AddressBookOptions::Access::Saving;
+    std::error_code error;
+    if (saves) fs::create_directories(folder, error);
+    const bool isFolder = !error && fs::is_directory(folder, error);
+    if (!error && !isFolder) error = std::make_error_code(std::errc::not_a_directory);
+    if (!error) return std::nullopt;
+    return cannotBeUsed(folder, saves ? ExitStatus::NotWritten : ExitStatus::WrongCall, error);
+}
+
+Result<AddressBookPlace> openFolder(const fs::path& folder, AddressBookOptions::Access access) {
+    if (const auto failure = prepare(folder, access)) return *failure;
+    return AddressBookPlace::folder(folder);
+}
+
+Result<AddressBookPlace> openOwnFolder(AddressBookOptions::Access access) {
+    const std::optional<fs::path> folder = ownFolder();
+    if (!folder) {
+        return Failure{ExitStatus::WrongCall,
+                       "There is no home folder to keep the address book in. Name a folder with --address-book."};
+    }
+    Messages::say("The address book is the folder \"" + folder->string() + "\" (--address-book chooses another).");
+    std::error_code error;
+    if (access == AddressBookOptions::Access::Saving || fs::exists(*folder, error)) return openFolder(*folder, access);
+    AddressBookPlace nothingYet = AddressBookPlace::folder(*folder);
+    nothingYet.book.reset();
+    return nothingYet;
+}
+
+}  // namespace
+
+void AddressBookOptions::describe(CLI::App& command) {
+    command
+        .add_option("--address-book", mFolder, "Folder of vCards that is the address book (default: this user's own)")
+        ->type_name("DIR")
+        ->check(objectionToEmpty);
+}
+
+Result<AddressBookPlace> AddressBookOptions::open(Access access, const std::optional<std::string>& standard) const {
+    if (mFolder) return openFolder(*mFolder, access);
+    if (standard) return openFolder(*standard, access);
+    return openOwnFolder(access);
+}
+
+}  // namespace qvhost

@@ -1,0 +1,113 @@
+#include "People/ContactsShelf.h"
+
+#include "People/Person.h"
+#include "QVPlatform/Text.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace qvhost {
+namespace {
+
+constexpr std::size_t kShortestUID = 8;
+
+std::string lowercased(const QVString& text) {
+    return qv::Text::lowercased(text.value_or(""));
+}
+
+std::vector<std::string> textsOf(const QVSocialProfile& record) {
+    std::vector<std::string> texts;
+    for (const QVString& text : {record.formattedName(), record.jobTitle(), record.company(),
+                                 record.profileURLLinkedInPublic(), record.profileURLFacebook()})
+        texts.push_back(lowercased(text));
+    for (const auto& email : record.emailAddresses())
+        texts.push_back(lowercased(email->address()));
+    for (const auto& phone : record.phoneNumbers())
+        texts.push_back(lowercased(phone->number()));
+    for (const auto& address : record.addressList())
+        texts.push_back(lowercased(address->formattedAddress()));
+    for (const std::string& handle : *record.twitterAccounts())
+        texts.push_back(lowercased(handle));
+    return texts;
+}
+
+bool hasEmail(const QVSocialProfile& record, const std::string& address) {
+    const auto& emails = record.emailAddresses();
+    return std::any_of(emails.begin(), emails.end(),
+                       [&](const auto& email) { return lowercased(email->address()) == address; });
+}
+
+std::size_t commonLength(std::string_view one, std::string_view other) {
+    const auto end = std::mismatch(one.begin(), one.end(), other.begin(), other.end()).first;
+    return static_cast<std::size_t>(end - one.begin());
+}
+
+/// Cut between characters.
+std::string beginning(const std::string& text, std::size_t length) {
+    while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
+        ++length;
+    return text.substr(0, length);
+}
+
+/// A UID shares most with one of its neighbours in the order of the alphabet.
+void shortenUIDs(std::vector<ShelvedContact>& contacts) {
+    std::sort(contacts.begin(), contacts.end(), [](const auto& one, const auto& other) { return one.UID < other.UID; });
+    for (std::size_t i = 0; i < contacts.size(); ++i) {
+        std::size_t shared = i > 0 ? commonLength(contacts[i].UID, contacts[i - 1].UID) : 0;
+        if (i + 1 < contacts.size()) shared = std::max(shared, commonLength(contacts[i].UID, contacts[i + 1].UID));
+        contacts[i].shortUID = beginning(contacts[i].UID, std::max(kShortestUID, shared + 1));
+    }
+}
+
+}  // namespace
+
+ContactsShelf ContactsShelf::read(const AddressBookPlace& place) {
+    ContactsShelf shelf;
+    if (!place.book) return shelf;
+    std::optional<qv::Error> error;
+    for (auto& record : place.book->profiles(&error)) {
+        if (!record) continue;
+        std::string UID = record->addressBookUID().value_or("");
+        shelf.mContacts.push_back({std::move(record), std::move(UID), ""});
+    }
+    if (error) shelf.mProblem = "Not everything in " + place.name + " could be read: " + descriptionOf(*error) + ".";
+    shortenUIDs(shelf.mContacts);
+    std::stable_sort(shelf.mContacts.begin(), shelf.mContacts.end(), [](const auto& one, const auto& other) {
+        return lowercased(one.record->formattedName()) < lowercased(other.record->formattedName());
+    });
+    return shelf;
+}
+
+template <typename Predicate>
+ContactsShelf::Contacts ContactsShelf::those(Predicate predicate) const {
+    Contacts found;
+    for (const ShelvedContact& contact : mContacts) {
+        if (predicate(contact)) found.push_back(&contact);
+    }
+    return found;
+}
+
+ContactsShelf::Contacts ContactsShelf::all() const {
+    return those([](const ShelvedContact&) { return true; });
+}
+
+ContactsShelf::Contacts ContactsShelf::containing(const std::string& text) const {
+    const std::string wanted = qv::Text::lowercased(text);
+    return those([&](const ShelvedContact& contact) {
+        const std::vector<std::string> texts = textsOf(*contact.record);
+        return std::any_of(texts.begin(), texts.end(),
+                           [&](const std::string& own) { return own.find(wanted) != std::string::npos; });
+    });
+}
+
+ContactsShelf::Contacts ContactsShelf::named(const std::string& text) const {
+    Contacts found = those([&](const ShelvedContact& contact) { return contact.UID == text; });
+    if (found.empty()) found = those([&](const ShelvedContact& contact) { return contact.UID.starts_with(text); });
+    const std::string wanted = qv::Text::lowercased(text);
+    if (found.empty()) found = those([&](const ShelvedContact& contact) { return hasEmail(*contact.record, wanted); });
+    if (!found.empty()) return found;
+    return those([&](const ShelvedContact& contact) { return lowercased(contact.record->formattedName()) == wanted; });
+}
+
+}  // namespace qvhost

@@ -1,0 +1,42 @@
+#include "People/KnownContacts.h"
+
+#include "QVCardScan/QVVeltoNoteGenerator.h"
+
+#include <utility>
+
+namespace qvhost {
+
+std::shared_ptr<QVVeltoContact> KnownContacts::contactMatchingFullName(const QVString& fullName,
+                                                                       const QVString& /*firstName*/,
+                                                                       const QVString& /*lastName*/,
+                                                                       const QVString& email,
+                                                                       const QVString& /*phone*/) {
+    // A card that is sent once more is asked for once more.
+    mMerged.reset();
+    mRemarks.clear();
+    return email ? contactFor({fullName, std::nullopt, {*email}}) : nullptr;
+}
+
+void KnownContacts::completeByName(QVCardProcessingResponse& response) {
+    const auto contact = response.contact();
+    const Person person = contact ? Person::of(*contact) : Person();
+    if (!contact || !person.emails.empty()) return;
+    const auto known = contactFor(person);
+    if (!known) return;
+    contact->mergeContactInfoFromContact(known);
+    response.setQvmlContent(QVVeltoNoteGenerator().noteFromObject(contact));
+    if (contact->avatar())
+        response.setAvatars(std::make_shared<std::vector<std::shared_ptr<qv::Image>>>(1, contact->avatar()));
+}
+
+std::shared_ptr<QVVeltoContact> KnownContacts::contactFor(const Person& person) {
+    ContactMatch match = ContactMatcher(mPlace).match(person);
+    mRemarks = std::move(match.remarks);
+    if (!match.record) return nullptr;
+    const QVString UID = match.record->addressBookUID();
+    mMerged = MergedContact{UID, Person::of(*match.record), mPlace.locate(UID.value_or("")),
+                            match.outcome == ContactMatch::Outcome::ByEmail};
+    return contactOfRecord(*match.record);
+}
+
+}  // namespace qvhost
