@@ -27,8 +27,9 @@ class GravatarFixture : public ServiceFixture {
     }
     /// What is found when the service answers with this object.
     std::shared_ptr<QVSocialProfile> found(const std::string& object) {
-        mService.respond(Server::answer(200, object));
-        return find(provider());
+        Server service;
+        service.respond(Server::answer(200, object));
+        return find(providerAt(service.url("")));
     }
 
     void pass(std::chrono::seconds time) { mNow = mNow.load() + time; }
