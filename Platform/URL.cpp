@@ -32,4 +32,8 @@ std::string URL::host() const {
     return std::string(host);
 }
 
+std::string URL::path() const {
+    return std::string(parseURL(mText).value_or(URLParts{}).path);
+}
+
 }  // namespace qv
