@@ -4,14 +4,6 @@
 #include "Folder/CardSaver.h"
 #include "QVSocialSearch/QVVCardProfile.h"
 
-namespace {
-
-void report(const Problems& problems, std::optional<qv::Error>* error) {
-    if (error != nullptr) *error = problems.error();
-}
-
-}  // namespace
-
 std::filesystem::path QVVCardFolder::fileWithUID(const std::string& UID) const {
     std::filesystem::path path;
     Problems problems;
@@ -33,7 +25,7 @@ QVAddressBook::Profiles QVVCardFolder::profiles(std::optional<qv::Error>* error)
         found.push_back(qv::profileOfCard(file.card, file.UID()));
         return true;
     });
-    report(problems, error);
+    problems.report(error);
     return found;
 }
 
@@ -45,7 +37,7 @@ QVAddressBook::Profiles QVVCardFolder::profilesWithEmailAddress(const std::strin
         if (qv::cardHasEmailAddress(file.card, address)) found.push_back(qv::profileOfCard(file.card, file.UID()));
         return true;
     });
-    report(problems, error);
+    problems.report(error);
     return found;
 }
 
@@ -57,6 +49,6 @@ std::shared_ptr<QVSocialProfile> QVVCardFolder::profileWithUID(const std::string
         if (file.UID() == UID) found = qv::profileOfCard(file.card, UID);
         return !found;
     });
-    report(problems, error);
+    problems.report(error);
     return found;
 }

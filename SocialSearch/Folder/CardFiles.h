@@ -1,8 +1,7 @@
 #pragma once
 
+#include "AddressBook/AddressBookProblems.h"
 #include "Folder/FolderFile.h"
-#include "QVPlatform/Error.h"
-#include "QVSocialSearch/QVAddressBook.h"
 #include "QVSocialSearch/QVVCard.h"
 
 #include <filesystem>
@@ -20,21 +19,6 @@ struct CardFile {
 
     /// The card's UID, or what stands for it.
     std::string UID() const;
-};
-
-qv::Error addressBookError(QVAddressBookErrorCode code, std::string description);
-
-/// What could not be read in one walk through the folder.
-class Problems {
-  public:
-    void add(const std::filesystem::path& file, const std::string& what, bool isBroken);
-    /// One error for all of them; nothing when there were none.
-    std::optional<qv::Error> error() const;
-
-  private:
-    std::size_t mCount = 0;
-    std::string mText;
-    bool mAllAreBroken = true;
 };
 
 /// The cards' files in the order of their names; nothing when the folder cannot be read.

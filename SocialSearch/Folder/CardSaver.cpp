@@ -1,8 +1,8 @@
 #include "Folder/CardSaver.h"
 
+#include "AddressBook/RecordName.h"
 #include "QVSocialSearch/QVVCardProfile.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <system_error>
 
@@ -21,18 +21,6 @@ QVAddressBookSaveResult nothingToSave() {
 QVAddressBookSaveResult unwritable(const std::filesystem::path& file) {
     return failed(QVAddressBookErrorUnwritable,
                   file.string() + ": it cannot be written: " + std::generic_category().message(errno));
-}
-
-bool isFileName(const std::string& text) {
-    const auto allowed = [](char c) {
-        return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '-' || c == '_' ||
-               c == '.' || c == '@';
-    };
-    return !text.empty() && text.size() <= 200 && text.front() != '.' && std::all_of(text.begin(), text.end(), allowed);
-}
-
-bool mentionsUID(const std::string& bytes, const std::string& UID) {
-    return bytes.find("UID:" + UID) != std::string::npos;
 }
 
 }  // namespace
@@ -109,7 +97,7 @@ CardSaver::Attempt CardSaver::create() {
     qv::updateCard(card, mProfile, mUID);
     const std::string bytes = card.bytes();
     // A name that is taken belongs to another card, or to this one, which the next attempt finds.
-    const std::string name = mNamesTried++ == 0 && isFileName(mUID) ? mUID : newUUID();
+    const std::string name = mNamesTried++ == 0 && isPlainName(mUID) ? mUID : newUUID();
     const std::filesystem::path path = mFolder / (name + ".vcf");
     TemporaryFile file(mFolder, bytes, 0644);
     if (bytes.size() > QVVCard::kMaximumSize || !file.isWritten()) return unwritable(path);

@@ -1,5 +1,6 @@
 #include "Folder/FolderFile.h"
 
+#include "AddressBook/RecordName.h"
 #include "Folder/FileHandle.h"
 
 #include <fcntl.h>
@@ -11,7 +12,6 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
-#include <random>
 #include <thread>
 
 namespace {
@@ -116,17 +116,4 @@ FolderLock::FolderLock(const std::filesystem::path& folder)
 
 FolderLock::~FolderLock() {
     if (mFolder >= 0) ::close(mFolder);
-}
-
-std::string newUUID() {
-    std::random_device source;
-    std::string uuid;
-    for (int i = 0; i < 32; ++i) {
-        unsigned digit = source() & 15U;
-        if (i == 12) digit = 4;
-        if (i == 16) digit = (digit & 3U) | 8U;
-        if (i == 8 || i == 12 || i == 16 || i == 20) uuid += '-';
-        uuid += "0123456789abcdef"[digit];
-    }
-    return uuid;
 }

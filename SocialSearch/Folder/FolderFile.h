@@ -66,6 +66,3 @@ class FolderLock {
     int mFolder = -1;
     State mState = State::Unreadable;
 };
-
-/// A random UUID (RFC 9562, version 4) in lower case.
-std::string newUUID();
