@@ -28,6 +28,8 @@ enum QVAddressBookErrorCode : long {
     QVAddressBookErrorNoProfile = 6,
     /// The back end threw.
     QVAddressBookErrorBackEndFailed = 7,
+    /// The user name and password (or token) were refused, or may not do this.
+    QVAddressBookErrorNotAllowed = 8,
 };
 
 enum class QVAddressBookSaveOutcome { None, Created, Updated };
