@@ -1,12 +1,14 @@
 #include "CommandLine.h"
 
+#include "Call/CallMistake.h"
+#include "Call/HelpLayout.h"
 #include "Command/ContactsCommand.h"
 #include "Command/NoteCommand.h"
 #include "Command/ParseCommand.h"
 #include "Command/ScanCommand.h"
 #include "Support/HostLog.h"
+#include "Support/Messages.h"
 #include "Support/StandardStreams.h"
-#include "Support/TerminalText.h"
 
 #include <CLI/CLI.hpp>
 
@@ -29,18 +31,30 @@ constexpr const char* kFooter =
     "\n"
     "Exit status: 0 done; 1 errors, or nothing found; 2 wrong call; 3 result not written.";
 
+/// "--json=no" would otherwise count as given, or as not.
+void refuseFlagValues(CLI::App& command) {
+    for (CLI::Option* option : command.get_options()) {
+        if (option->get_items_expected_max() == 0) option->disable_flag_override();
+    }
+    for (CLI::App* inner : command.get_subcommands({}))
+        refuseFlagValues(*inner);
+}
+
 /// The program's commands with the options that they share.
 class CommandLine {
   public:
     CommandLine() : mProgram("Turns photographs of business cards into contacts and contact notes.", "qvcardscan") {
-        mProgram.set_version_flag("--version", "qvcardscan " QV_VERSION);
-        mProgram.footer(kFooter);
+        mProgram.formatter(std::make_shared<HelpLayout>());
+        mProgram.set_help_flag("-h,--help", "Show this help");
+        mProgram.set_version_flag("--version", "qvcardscan " QV_VERSION, "Show the version");
         // None at all is found out below, after an unknown word has been named.
         mProgram.require_subcommand(0, 1);
         add(std::make_unique<ScanCommand>());
         add(std::make_unique<ParseCommand>());
         add(std::make_unique<NoteCommand>());
         add(std::make_unique<ContactsCommand>());
+        // Commands would take it over.
+        mProgram.footer(kFooter);
     }
 
     ExitStatus run(int argumentCount, const char* const* arguments) {
@@ -62,6 +76,8 @@ class CommandLine {
         CLI::App* description = command->describe(mProgram);
         description->add_flag("-v,--verbose,--log", mVerbose,
                               "Write the library's log, card text included, to standard error (or set QVCARDSCAN_LOG)");
+        description->group("Commands");
+        refuseFlagValues(*description);
         mCommands.emplace_back(description, std::move(command));
     }
 
@@ -76,7 +92,9 @@ class CommandLine {
         std::ostringstream complaint;
         const bool isWrong = mProgram.exit(error, output, complaint) != 0;
         if (!isWrong) return StandardStreams::writeResult(output.str());
-        StandardStreams::writeError("qvcardscan: " + TerminalText::printableLines(complaint.str()));
+        const CallMistake mistake = CallMistake::of(error, mProgram);
+        Messages::say(mistake.message);
+        Messages::sayLines("For help: " + mistake.help + "\n");
         return ExitStatus::WrongCall;
     }
 

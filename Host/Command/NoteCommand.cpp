@@ -12,6 +12,11 @@
 namespace qvhost {
 namespace {
 
+constexpr const char* kFooter =
+    "Examples:\n"
+    "  qvcardscan note result/result-front.xml result/result-back.xml > note.qvml\n"
+    "  qvcardscan note result/result-front.xml --contact-info > block.html";
+
 ExitStatus fail(const Failure& failure) {
     Messages::say(failure.message);
     return failure.status;
@@ -26,6 +31,7 @@ CLI::App* NoteCommand::describe(CLI::App& program) {
         ->type_name("");
     command->add_option("RESULT2.xml", mBack, "File with the answer for the back")->type_name("");
     command->add_flag("--contact-info", mContactInfo, "Print the smaller block for display outside of a note");
+    command->footer(kFooter);
     return command;
 }
 

@@ -14,6 +14,12 @@
 namespace qvhost {
 namespace {
 
+constexpr const char* kFooter =
+    "Examples:\n"
+    "  qvcardscan parse result/result-front.xml\n"
+    "  qvcardscan parse result/result-front.xml --json | jq .fullName\n"
+    "  curl --data-binary @card.jpg http://localhost:8080/ | qvcardscan parse -";
+
 std::string readable(const std::shared_ptr<QVBusinessCard>& card) {
     if (!card) return "The answer holds no card.\n";
     return fieldTable(card) + "\n" + cardFacts(*card);
@@ -25,6 +31,7 @@ CLI::App* ParseCommand::describe(CLI::App& program) {
     CLI::App* command = program.add_subcommand("parse", "Show what is in a recognition server's answer");
     command->add_option("RESULT.xml", mFile, "File with the answer; - for standard input")->required()->type_name("");
     command->add_flag("--json", mJSON, "Print the card as JSON; null for no card");
+    command->footer(kFooter);
     return command;
 }
 
