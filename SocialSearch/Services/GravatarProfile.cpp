@@ -1,6 +1,7 @@
 #include "Services/GravatarProfile.h"
 
 #include "Services/PublishedLinks.h"
+#include "Services/ServiceLimits.h"
 #include "Services/ServiceText.h"
 
 #include <algorithm>
@@ -25,7 +26,9 @@ void takeWork(const qv::JSON& object, QVSocialProfile& profile) {
 }
 
 void takeLinks(const qv::JSON& list, QVSocialProfile& profile) {
-    for (const qv::JSON& entry : list.elements()) {
+    auto entries = list.elements();
+    entries.resize(std::min(entries.size(), kMostLinks));
+    for (const qv::JSON& entry : entries) {
         const QVString link = lineOf(entry.member("url"));
         const bool isHidden = entry.member("is_hidden").boolean().value_or(false);
         if (link && !isHidden) takePublishedLink(*link, profile);

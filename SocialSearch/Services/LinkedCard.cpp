@@ -10,6 +10,9 @@
 
 namespace {
 
+/// A person's card has a few dozen; to compare very many with each other takes its time.
+constexpr std::size_t kMostProperties = 500;
+
 /// The shown name, when it is made of the given and the family name; both of them in the western order otherwise.
 QVString nameOf(const QVVCard& card, const QVString& shown) {
     const QVVCardProperty* property = card.propertyNamed("N");
@@ -27,7 +30,7 @@ QVString nameOf(const QVVCard& card, const QVString& shown) {
 std::shared_ptr<QVSocialProfile> profileOfLinkedCard(const qv::Data& bytes) {
     const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
     const auto card = QVVCard::cardWithBytes(text, nullptr);
-    if (!card) return nullptr;
+    if (!card || card->properties().size() > kMostProperties) return nullptr;
     auto profile = qv::profileOfCard(*card, "");
     profile->setProfileType(QVSocialProfileSourceWebFinger);
     profile->setAddressBookUID(std::nullopt);

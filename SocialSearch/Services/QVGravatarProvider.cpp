@@ -11,6 +11,7 @@
 #include "Services/ServiceLimits.h"
 #include "Services/ServiceLog.h"
 #include "Services/ServicePicture.h"
+#include "Services/ServiceRequest.h"
 
 #include <utility>
 
@@ -24,18 +25,22 @@ constexpr hours kLifeOfMiss{1};
 constexpr long kOK = 200;
 constexpr long kNotFound = 404;
 
+/// Whether nobody on the way can read along.
+bool isConfidential(const qv::URL& url) {
+    const std::string host = url.host();
+    return url.scheme() == "https" || host == "localhost" || host == "127.0.0.1" || host == "::1";
+}
+
 QVGravatarOptions sound(QVGravatarOptions options) {
     if (!options.clock) options.clock = [] { return std::chrono::system_clock::now(); };
     while (options.baseURL.ends_with('/'))
         options.baseURL.pop_back();
     options.apiKey = isBlank(options.apiKey) ? std::nullopt : QVString(trimmed(*options.apiKey));
+    const auto url = qv::URL::URLWithString(options.baseURL);
+    if (options.apiKey && url && !isConfidential(*url)) {
+        qv::Log::write("<WARNING> The key for %@ is not sent, because its address is not an https address", kName);
+    }
     return options;
-}
-
-/// Whether nobody on the way can read along.
-bool isConfidential(const qv::URL& url) {
-    const std::string host = url.host();
-    return url.scheme() == "https" || host == "localhost" || host == "127.0.0.1" || host == "::1";
 }
 
 }  // namespace
@@ -59,12 +64,10 @@ std::optional<qv::HTTPRequest> QVGravatarProvider::State::requestFor(const std::
                                                                      Clock::time_point end) const {
     const auto url = qv::URL::URLWithString(options.baseURL + "/v3/profiles/" + digest);
     if (!url) return std::nullopt;
-    qv::HTTPRequest request{.method = "GET", .url = *url};
-    request.headers = {{"Accept", "application/json"}};
-    if (options.apiKey && isConfidential(*url))
+    auto request = serviceRequest(*url, "application/json", end);
+    if (options.apiKey && isConfidential(*url)) {
         request.headers.emplace_back("Authorization", "Bearer " + *options.apiKey);
-    request.deadline = end;
-    request.maximumBodySize = kLargestServiceAnswer;
+    }
     return request;
 }
 

@@ -11,6 +11,7 @@
 #include "Services/ServiceLimits.h"
 #include "Services/ServiceLog.h"
 #include "Services/ServicePicture.h"
+#include "Services/ServiceRequest.h"
 #include "Services/WebFingerAccount.h"
 #include "Services/WebFingerAnswer.h"
 
@@ -40,11 +41,8 @@ std::optional<Question> questionFor(const WebFingerAccount& account, const QVWeb
 
 qv::HTTPRequest requestFor(const Question& question, Clock::time_point end) {
     const bool isRestricted = !QVLinkFetcher::policy().allowsPrivateAddresses;
-    qv::HTTPRequest request{.method = "GET", .url = question.url};
-    request.headers = {{"Accept", "application/jrd+json, application/json"}};
+    auto request = serviceRequest(question.url, "application/jrd+json, application/json", end);
     request.followsRedirects = true;
-    request.deadline = end;
-    request.maximumBodySize = kLargestServiceAnswer;
     request.onlyPublicAddresses = isRestricted && !question.isAtChosenOrigin;
     request.redirectsOnlyToPublicAddresses = isRestricted;
     return request;

@@ -5,8 +5,8 @@
 #include <chrono>
 #include <cstddef>
 
-/// Bytes of an answer that describes one person; those in use have a few thousand.
-constexpr std::size_t kLargestServiceAnswer = std::size_t{512} << 10;
+/// Links that are looked at in one list. Nobody has more, and to compare very many with each other takes its time.
+constexpr std::size_t kMostLinks = 100;
 
 /// When requests must be over, so that what was found until then is handed over before the deadline.
 inline QVSocialSearchProvider::Clock::time_point endOfRequests(QVSocialSearchProvider::Clock::time_point deadline) {

@@ -2,7 +2,10 @@
 
 #include "QVPlatform/JSON.h"
 #include "QVPlatform/Text.h"
+#include "Services/ServiceLimits.h"
 #include "Services/ServiceText.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -39,7 +42,9 @@ std::optional<WebFingerAnswer> readWebFingerAnswer(const qv::Data& text) {
     const auto object = qv::JSON::read(text);
     if (!object || !object->isObject()) return std::nullopt;
     WebFingerAnswer answer;
-    for (const qv::JSON& link : object->member("links").elements())
+    auto links = object->member("links").elements();
+    links.resize(std::min(links.size(), kMostLinks));
+    for (const qv::JSON& link : links)
         takeLink(link, answer);
     return answer;
 }

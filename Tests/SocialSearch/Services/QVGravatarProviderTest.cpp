@@ -51,6 +51,7 @@ TEST_F(QVGravatarProviderTest, AsksForTheDigestOfTheTrimmedLowerCaseAddress) {
     EXPECT_EQ(mService.requests().front().target,
               "/v3/profiles/8cfbbd129c8030c0ab06c9412ab30dc66bbe2de233d3d9dc07af5e21738ec7f2");
     EXPECT_EQ(mService.requests().front().header("Accept"), "application/json");
+    EXPECT_EQ(mService.requests().front().header("User-Agent"), "QVSocialSearch");
     EXPECT_EQ(mService.requests().front().header("Authorization"), std::nullopt);
     EXPECT_THAT(mLog.messages(), IsEmpty()) << "not to be found is no failure";
 }
@@ -225,6 +226,19 @@ TEST_F(QVGravatarProviderTest, LeavesOutContactsThatAreNone) {
 
 TEST_F(QVGravatarProviderTest, FindsNobodyInAProfileThatSaysNothing) {
     EXPECT_EQ(found(R"({"display_name": "jojo", "job_title": "", "verified_accounts": []})"), nullptr);
+}
+
+TEST_F(QVGravatarProviderTest, LooksAtNoMoreLinksThanPeopleHave) {
+    const auto list = [](int count) {
+        std::string entries = R"({"url": "https://x.com/u0"})";
+        for (int number = 1; number < count; ++number)
+            entries += R"(, {"url": "https://x.com/u)" + std::to_string(number) + "\"}";
+        return "[" + entries + "]";
+    };
+    const auto profile = found(R"({"verified_accounts": )" + list(12'000) + "}");
+    ASSERT_NE(profile, nullptr);
+    EXPECT_EQ(social::handlesOf(*profile).size(), 100U);
+    EXPECT_EQ(social::handlesOf(*profile).back(), "u99");
 }
 
 TEST_F(QVGravatarProviderTest, LeavesOutTextsThatNoCardWouldHold) {
@@ -437,6 +451,18 @@ TEST_F(GravatarKeyTest, GoesNowhereElse) {
     ASSERT_EQ(mElsewhere.requests().size(), 1U) << "the picture only";
     EXPECT_EQ(mElsewhere.requests().front().head.find("secret"), std::string::npos);
     EXPECT_EQ(mElsewhere.requests().front().header("Authorization"), std::nullopt);
+}
+
+TEST_F(GravatarKeyTest, GoesNowhereWithoutTLS) {
+    // The own machine, by a name that does not tell.
+    const auto service = providerAt("http://127.1:" + std::to_string(mService.port()), kKey);
+    EXPECT_THAT(mLog.messages(),
+                ElementsAre("<WARNING> The key for Gravatar is not sent, because its address is not an "
+                            "https address"));
+    mService.respond(ScriptedServer::answer(200, kProfile));
+    EXPECT_NE(find(service), nullptr);
+    ASSERT_EQ(asked(), 1U);
+    EXPECT_EQ(mService.requests().front().header("Authorization"), std::nullopt);
 }
 
 TEST_F(GravatarKeyTest, DoesNotGoWithAPictureFromTheServiceItself) {

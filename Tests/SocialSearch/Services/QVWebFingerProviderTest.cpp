@@ -108,9 +108,10 @@ class WebFingerCardTest : public social::WebFingerFixture {
   protected:
     /// What is found on a card with these lines.
     std::shared_ptr<QVSocialProfile> foundOnCard(const std::string& lines) {
-        mService.respond(answerWith(link("vcard", mService.url("/jo.vcf"))));
-        mService.respond(card(lines));
-        return find();
+        Server service;
+        service.respond(answerWith(link("vcard", service.url("/jo.vcf"))));
+        service.respond(card(lines));
+        return findAt(service, "jordan@example.com", social::soonEnough());
     }
 };
 
@@ -210,6 +211,19 @@ TEST_F(WebFingerCardTest, GivesItsPictureWhenThereIsNoAvatar) {
 TEST_F(WebFingerCardTest, GivesNoPictureThatIsNone) {
     const auto profile = foundOnCard("TITLE:T\r\nPHOTO;ENCODING=b;TYPE=PNG:iVBORw0KGgo=\r\n");
     EXPECT_EQ(profile->addressBookAvatarData(), std::nullopt);
+}
+
+TEST_F(WebFingerCardTest, IsNoneWhenItIsFarTooLong) {
+    // Numbers that end alike take the longest to tell apart.
+    const auto numbers = [](int count) {
+        std::string lines;
+        for (int number = 0; number < count; ++number)
+            lines += "TEL:" + std::to_string(number) + "5550100\r\n";
+        return lines;
+    };
+    const auto longest = foundOnCard(numbers(499));
+    ASSERT_NE(longest, nullptr) << "with the version's line";
+    EXPECT_EQ(foundOnCard(numbers(500)), nullptr);
 }
 
 TEST_F(WebFingerCardTest, GivesWayToTheAvatar) {
