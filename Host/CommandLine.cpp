@@ -31,13 +31,15 @@ constexpr const char* kFooter =
     "\n"
     "Exit status: 0 done; 1 errors, or nothing found; 2 wrong call; 3 result not written.";
 
-/// "--json=no" would otherwise count as given, or as not.
-void refuseFlagValues(CLI::App& command) {
+/// What holds for every command, and for those inside of it.
+void prepare(CLI::App& command) {
+    command.group("Commands");
     for (CLI::Option* option : command.get_options()) {
+        // "--json=no" would otherwise count as given.
         if (option->get_items_expected_max() == 0) option->disable_flag_override();
     }
     for (CLI::App* inner : command.get_subcommands({}))
-        refuseFlagValues(*inner);
+        prepare(*inner);
 }
 
 /// The program's commands with the options that they share.
@@ -76,8 +78,7 @@ class CommandLine {
         CLI::App* description = command->describe(mProgram);
         description->add_flag("-v,--verbose,--log", mVerbose,
                               "Write the library's log, card text included, to standard error (or set QVCARDSCAN_LOG)");
-        description->group("Commands");
-        refuseFlagValues(*description);
+        prepare(*description);
         mCommands.emplace_back(description, std::move(command));
     }
 

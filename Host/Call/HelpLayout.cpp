@@ -5,6 +5,7 @@
 #include <sstream>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace qvhost {
 namespace {
@@ -36,6 +37,23 @@ std::string row(const std::string& name, std::string_view meaning) {
     return text.back() == '\n' ? text : text + "\n";
 }
 
+/// Lines of prose belong together; examples, which are indented, and their heading stand alone.
+std::vector<std::string> paragraphs(const std::string& text) {
+    std::istringstream lines(text);
+    std::vector<std::string> result;
+    for (std::string line; std::getline(lines, line);) {
+        const bool isProse = !line.empty() && line.front() != ' ';
+        const bool goesOn =
+            !result.empty() && !result.back().empty() && result.back().front() != ' ' && result.back().back() != ':';
+        if (isProse && goesOn) {
+            result.back().append(" ").append(line);
+        } else {
+            result.push_back(line);
+        }
+    }
+    return result;
+}
+
 std::string spaced(std::string names) {
     for (std::size_t comma = names.find(','); comma != std::string::npos; comma = names.find(',', comma + 1))
         names.insert(comma + 1, " ");
@@ -63,10 +81,9 @@ std::string HelpLayout::make_help(const CLI::App* app, std::string name, CLI::Ap
 }
 
 std::string HelpLayout::make_footer(const CLI::App* app) const {
-    std::istringstream footer(app->get_footer());
     std::string text;
-    for (std::string whole; std::getline(footer, whole);) {
-        std::string_view rest = whole;
+    for (const std::string& paragraph : paragraphs(app->get_footer())) {
+        std::string_view rest = paragraph;
         do {
             text.append(takeLine(rest, kWidth)).append("\n");
         } while (!rest.empty());

@@ -37,6 +37,11 @@ TEST(HelpLayout, BreaksLongLinesBetweenWords) {
                           "                        error (or set QVCARDSCAN_LOG)\n"));
 }
 
+TEST(HelpLayout, NamesTheCommandsInsideOfOne) {
+    EXPECT_THAT(runHost({"contacts", "--help"}).output, HasSubstr("\nCommands:\n  list                  List all"));
+    EXPECT_THAT(runHost({"contacts", "list", "--help"}).output, HasSubstr("Usage: qvcardscan contacts list"));
+}
+
 TEST(HelpLayout, TellsWhatValueAnOptionTakes) {
     const std::string help = runHost({"scan", "--help"}).output;
     EXPECT_THAT(help, HasSubstr("Usage: qvcardscan scan [OPTION…] FRONT [BACK]\n"));
