@@ -1,9 +1,10 @@
 #include "Command/NoteCommand.h"
 
+#include "Answer/ResultFile.h"
+#include "Answer/ResultRemark.h"
 #include "QVCardScan/QVVeltoContact.h"
 #include "QVCardScan/QVVeltoNoteGenerator.h"
 #include "Scan/RecognisedCard.h"
-#include "Support/FileReading.h"
 #include "Support/Messages.h"
 #include "Support/StandardStreams.h"
 
@@ -36,11 +37,12 @@ CLI::App* NoteCommand::describe(CLI::App& program) {
 }
 
 ExitStatus NoteCommand::run() {
-    const Result<std::string> front = readResultText(mFront);
-    if (!front) return fail(front.failure());
-    const Result<std::string> back = mBack ? readResultText(*mBack) : Result<std::string>(std::string());
-    if (!back) return fail(back.failure());
-    const auto card = RecognisedCard::fromResults(*front, *back);
+    const Result<std::vector<ResultFile>> files = readAll();
+    if (!files) return fail(files.failure());
+    for (const ResultFile& file : *files)
+        if (const auto remark = resultRemark(file)) Messages::say(*remark);
+    const QVString back = mBack ? QVString(files->back().text) : std::nullopt;
+    const auto card = RecognisedCard::fromResults(files->front().text, back);
     if (!card) return fail({ExitStatus::Incomplete, "There is no card in what was given: no note was made."});
     const auto contact = QVVeltoContact::initWithCard(card);
     const QVString note = QVVeltoNoteGenerator().noteFromContactInfo(contact, /*producingFullNote=*/!mContactInfo);
@@ -48,6 +50,19 @@ ExitStatus NoteCommand::run() {
     return fail({ExitStatus::Incomplete,
                  "The note's template could not be read; --verbose names the path where it was "
                  "expected. Install the program again."});
+}
+
+Result<std::vector<ResultFile>> NoteCommand::readAll() const {
+    // Standard input ends once.
+    if (mFront == "-" && mBack == "-")
+        return Failure{ExitStatus::WrongCall, "Only one of the two results can come from standard input."};
+    std::vector<ResultFile> files;
+    for (const std::string& file : mBack ? std::vector{mFront, *mBack} : std::vector{mFront}) {
+        Result<ResultFile> read = ResultFile::read(file);
+        if (!read) return read.failure();
+        files.push_back(*std::move(read));
+    }
+    return files;
 }
 
 }  // namespace qvhost

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "Answer/ResultFile.h"
 #include "Command/Command.h"
+#include "Support/Result.h"
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace qvhost {
 
@@ -14,6 +17,8 @@ class NoteCommand : public Command {
     ExitStatus run() override;
 
   private:
+    Result<std::vector<ResultFile>> readAll() const;
+
     std::string mFront;
     std::optional<std::string> mBack;
     bool mContactInfo = false;

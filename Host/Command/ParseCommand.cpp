@@ -1,10 +1,11 @@
 #include "Command/ParseCommand.h"
 
+#include "Answer/ResultFile.h"
+#include "Answer/ResultRemark.h"
 #include "Output/CardFacts.h"
 #include "Output/CardJSON.h"
 #include "Output/FieldTable.h"
 #include "Scan/RecognisedCard.h"
-#include "Support/FileReading.h"
 #include "Support/Messages.h"
 #include "Support/StandardStreams.h"
 
@@ -36,12 +37,13 @@ CLI::App* ParseCommand::describe(CLI::App& program) {
 }
 
 ExitStatus ParseCommand::run() {
-    const Result<std::string> text = readResultText(mFile);
-    if (!text) {
-        Messages::say(text.failure().message);
-        return text.failure().status;
+    const Result<ResultFile> file = ResultFile::read(mFile);
+    if (!file) {
+        Messages::say(file.failure().message);
+        return file.failure().status;
     }
-    const auto card = RecognisedCard::fromResult(*text);
+    if (const auto remark = resultRemark(*file)) Messages::say(*remark);
+    const auto card = RecognisedCard::fromResult(file->text);
     return StandardStreams::writeResult(mJSON ? JSON::text(cardJSON(card)) : readable(card));
 }
 

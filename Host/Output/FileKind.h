@@ -13,6 +13,8 @@ struct FileKind {
     /// Whether every browser shows it.
     bool isForBrowsers = false;
 
+    bool isPicture() const { return mimeType.starts_with("image/"); }
+
     static FileKind of(const qv::Data& bytes);
 
     /// Whether files of some kind end like this, the dot included.

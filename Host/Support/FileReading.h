@@ -9,11 +9,12 @@
 
 namespace qvhost {
 
-/// The bytes of a file, of `limit` at most; a larger one fails. `-` is standard input when `dashIsInput`.
-/// Failures are `WrongCall` and name the file.
+/// The bytes of a file, of `limit` at most; a larger one fails. `-` is standard input when `dashIsInput`. A folder is
+/// refused, and so is a pipe with a name in a folder, which might be waited for without end; what a shell hands over
+/// as /dev/fd/N or /dev/stdin is read to its end. Failures are `WrongCall` and name the file.
 Result<qv::Data> readFile(const std::filesystem::path& file, std::size_t limit, bool dashIsInput = false);
 
-/// A recognition result from a file, or from standard input for `-`: strict UTF-8 text, 16 MiB at most.
-Result<std::string> readResultText(const std::filesystem::path& file);
+/// What messages call a file.
+std::string nameOfFile(const std::filesystem::path& file, bool dashIsInput = false);
 
 }  // namespace qvhost

@@ -32,6 +32,19 @@ TEST(NoteCommand, PrintsTheContactInfoBlock) {
     EXPECT_THAT(result.output, Not(HasSubstr("<qv-media")));
 }
 
+TEST(NoteCommand, TheContactInfoBlockShowsNoBrokenPicture) {
+    const auto result = runHost({"note", hostData("front.xml"), "--contact-info"});
+    EXPECT_THAT(result.output, HasSubstr(".qv-info-head img[src=\"\"]{display:none}"));
+}
+
+TEST(NoteCommand, StandardInputIsReadOnce) {
+    auto call = hostCall({"note", "-", "-"});
+    call.input = "<recoIndex/>";
+    const auto result = runProcess(call);
+    EXPECT_EQ(result.status, 2);
+    EXPECT_THAT(result.error, HasSubstr("standard input"));
+}
+
 TEST(NoteCommand, MergesTwoResults) {
     const auto result = runHost({"note", hostData("front-poor.xml"), hostData("back-turned.xml")});
     EXPECT_EQ(result.status, 0);

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <sys/stat.h>
 
 namespace {
 
@@ -136,7 +137,29 @@ TEST(ParseCommand, SaysWhichFileCannotBeRead) {
     EXPECT_THAT(missing.error, HasSubstr("missing.xml"));
     const auto isFolder = runHost({"parse", folder.path().string()});
     EXPECT_EQ(isFolder.status, 2);
-    EXPECT_THAT(isFolder.error, HasSubstr(folder.path().string()));
+    EXPECT_EQ(isFolder.error, "qvcardscan: \"" + folder.path().string() + "\" is a folder. Name a file in it.\n");
+}
+
+TEST(ParseCommand, DoesNotWaitForAPipeInAFolder) {
+    const TemporaryFolder folder;
+    const std::string pipe = (folder / "pipe").string();
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    for (const char* command : {"parse", "note"}) {
+        auto call = hostCall({command, pipe});
+        call.limit = std::chrono::seconds(20);
+        const auto result = runProcess(call);
+        EXPECT_FALSE(result.timedOut) << command;
+        EXPECT_EQ(result.status, 2) << command;
+        EXPECT_EQ(result.error, "qvcardscan: \"" + pipe +
+                                    "\" is a pipe, not a file. Save what comes out of it in a file, or hand it in on "
+                                    "standard input and give - for the file.\n");
+    }
+}
+
+TEST(ParseCommand, PointsFromAPictureToScan) {
+    const auto result = runHost({"parse", hostData("front.jpg")});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_THAT(result.error, HasSubstr("Did you mean \"qvcardscan scan " + hostData("front.jpg") + "\"?"));
 }
 
 TEST(ParseCommand, RefusesMoreThanItReads) {

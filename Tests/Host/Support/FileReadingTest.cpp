@@ -4,6 +4,8 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -37,13 +39,33 @@ TEST(FileReading, ADashIsAFileUnlessItMayBeInput) {
     EXPECT_THAT(data.failure().message, HasSubstr("\"-\""));
 }
 
-TEST(FileReading, ResultsAreStrictUTF8) {
+TEST(FileReading, AFolderIsNoFile) {
     const TemporaryFolder folder;
-    for (const char* bytes : {"\xC0\x80", "\xED\xA0\x80", "\xE2\x82", "\xFF"})
-        EXPECT_FALSE(qvhost::readResultText(folder.write("bad", bytes)));
-    const auto text = qvhost::readResultText(folder.write("good", "\xEF\xBB\xBF<a/>"));
-    ASSERT_TRUE(text);
-    EXPECT_EQ(*text, "\xEF\xBB\xBF<a/>");
+    const auto data = qvhost::readFile(folder.path(), 10);
+    ASSERT_FALSE(data);
+    EXPECT_EQ(data.failure().status, ExitStatus::WrongCall);
+    EXPECT_EQ(data.failure().message, "\"" + folder.path().string() + "\" is a folder. Name a file in it.");
+}
+
+TEST(FileReading, APipeInAFolderIsRefusedWithoutWaiting) {
+    const TemporaryFolder folder;
+    const std::string pipe = (folder / "pipe").string();
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    const auto data = qvhost::readFile(pipe, 10);
+    ASSERT_FALSE(data);
+    EXPECT_EQ(data.failure().status, ExitStatus::WrongCall);
+    EXPECT_THAT(data.failure().message, HasSubstr("\"" + pipe + "\" is a pipe"));
+}
+
+TEST(FileReading, APipeThatWasHandedOverIsRead) {
+    int ends[2];
+    ASSERT_EQ(::pipe(ends), 0);
+    ASSERT_EQ(::write(ends[1], "<a/>", 4), 4);
+    ::close(ends[1]);
+    const auto data = qvhost::readFile("/dev/fd/" + std::to_string(ends[0]), 10);
+    ::close(ends[0]);
+    ASSERT_TRUE(data) << data.failure().message;
+    EXPECT_EQ(std::string(data->begin(), data->end()), "<a/>");
 }
 
 }  // namespace
