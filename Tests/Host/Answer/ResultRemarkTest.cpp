@@ -65,7 +65,7 @@ TEST(ResultRemark, NamesTheFile) {
 TEST(ResultRemark, AResultThatBreaksOffIsToldApart) {
     const Answer answers[] = {
         {"within", "<recoIndex><item fldType=\"name\"><t w=\"1\">X</t>",
-         "NAME is broken XML: no element found (line 1, column 48). Its fields do not count, because it breaks off.\n"},
+         "NAME is broken XML: no element found (line 1, column 47). Its fields do not count, because it breaks off.\n"},
         {"behind", "<recoIndex><item fldType=\"name\"><t w=\"1\">X</t></item></recoIndex>junk",
          "NAME is broken XML: junk after document element (line 1, column 66). What came before that counts.\n"},
     };
