@@ -53,7 +53,7 @@ std::optional<DAVDiscovery::Page> DAVDiscovery::ask(const qv::URL& url, bool wit
         kLargestAnswer);
     if (!answer.isSuccess()) {
         const bool saysMuch = answer.failure || answer.status == kUnauthorized || answer.status == kForbidden;
-        const bool isWrongPath = url == mClient.server() && isGone(answer.status) && url.path() != "/";
+        const bool isWrongPath = url == mClient.server() && (isGone(answer.status) || answer.status == kForbidden) && url.path() != "/";
         mIsOver = mIsOver || answer.status == kUnauthorized || isWrongPath;
         return fail(answer.error(/*isWriting=*/false), saysMuch ? Weight::Much : Weight::Little);
     }

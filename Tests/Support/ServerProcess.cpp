@@ -1,0 +1,143 @@
+#include "Support/ServerProcess.h"
+
+#include "Support/ReadFile.h"
+
+#include <arpa/inet.h>
+#include <fcntl.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <random>
+#include <stdexcept>
+#include <utility>
+
+extern char** environ;
+
+namespace testsupport {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+sockaddr_in loopback(int port) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    address.sin_port = htons(static_cast<std::uint16_t>(port));
+    return address;
+}
+
+template <typename Try>
+bool tryWithSocket(int port, Try attempt) {
+    const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const sockaddr_in address = loopback(port);
+    const bool worked = attempt(socket, reinterpret_cast<const sockaddr*>(&address), socklen_t{sizeof address}) == 0;
+    ::close(socket);
+    return worked;
+}
+
+/// Below the ports that the system hands out by itself, so that no other test gets it meanwhile.
+int freePort() {
+    std::random_device source;
+    std::uniform_int_distribution<int> ports(20000, 31999);
+    for (;;) {
+        const int port = ports(source);
+        if (tryWithSocket(port, ::bind)) return port;
+    }
+}
+
+std::vector<char*> pointersTo(std::vector<std::string>& texts) {
+    std::vector<char*> pointers;
+    for (std::string& text : texts)
+        pointers.push_back(text.data());
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+std::vector<std::string> environmentWith(const std::map<std::string, std::string>& additions) {
+    std::vector<std::string> texts;
+    for (char** entry = environ; *entry != nullptr; ++entry) {
+        const std::string text = *entry;
+        if (!additions.contains(text.substr(0, text.find('=')))) texts.push_back(text);
+    }
+    for (const auto& [name, value] : additions)
+        texts.push_back(name + "=" + value);
+    return texts;
+}
+
+}  // namespace
+
+ServerProcess::ServerProcess(const std::function<ServerCall(int port)>& callForPort) {
+    constexpr int kTries = 5;
+    std::string output;
+    for (int i = 0; i < kTries; ++i) {
+        mPort = freePort();
+        const ServerCall call = callForPort(mPort);
+        start(call);
+        if (waitUntilItListens(std::chrono::seconds(60))) return;
+        stop();
+        output = readFile(call.log);
+    }
+    throw std::runtime_error("The server does not start: " + output);
+}
+
+ServerProcess::~ServerProcess() {
+    stop();
+}
+
+void ServerProcess::start(const ServerCall& call) {
+    std::vector<std::string> arguments{call.program.string()};
+    arguments.insert(arguments.end(), call.arguments.begin(), call.arguments.end());
+    std::vector<std::string> environment = environmentWith(call.environment);
+    const std::vector<char*> argumentPointers = pointersTo(arguments);
+    const std::vector<char*> environmentPointers = pointersTo(environment);
+    const int log = ::open(call.log.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    mProcess = ::fork();
+    if (mProcess == 0) {
+        // Nothing but system calls: other threads of the test may have held locks.
+        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+        ::dup2(log, STDOUT_FILENO);
+        ::dup2(log, STDERR_FILENO);
+        ::execve(call.program.c_str(), argumentPointers.data(), environmentPointers.data());
+        ::_exit(127);
+    }
+    ::close(log);
+    if (mProcess < 0) throw std::runtime_error("No process for the server");
+    mHandle = static_cast<int>(::syscall(SYS_pidfd_open, mProcess, 0));
+}
+
+bool ServerProcess::hasEnded(std::chrono::milliseconds wait) {
+    pollfd end{mHandle, POLLIN, 0};
+    return ::poll(&end, 1, static_cast<int>(wait.count())) > 0;
+}
+
+bool ServerProcess::waitUntilItListens(std::chrono::seconds limit) {
+    const auto deadline = Clock::now() + limit;
+    while (Clock::now() < deadline) {
+        if (hasEnded(std::chrono::milliseconds(10))) return false;
+        if (!tryWithSocket(mPort, ::connect)) continue;
+        // Whoever had the port before the server makes it end soon after.
+        return !hasEnded(std::chrono::milliseconds(50));
+    }
+    return false;
+}
+
+void ServerProcess::stop() {
+    if (mProcess < 0) return;
+    ::kill(mProcess, SIGTERM);
+    if (!hasEnded(std::chrono::seconds(10))) ::kill(mProcess, SIGKILL);
+    int status = 0;
+    while (::waitpid(mProcess, &status, 0) < 0 && errno == EINTR) {
+    }
+    ::close(std::exchange(mHandle, -1));
+    mProcess = -1;
+}
+
+}  // namespace testsupport
