@@ -59,7 +59,7 @@ TEST_F(KhardTest, ShowsAContactWithAllThatWasSaved) {
     std::cout << shown;
     for (const char* text : {"Zoë", "Müller-Lüdenscheidt", "Title: Leiterin, Forschung & Entwicklung; Süd",
                              "Organisation: Müller, Söhne; & Co. \\ KG", "Büro Süd: zoe.mueller@example.com",
-                             "zoë@example.org", "complete@example.com", "cell: +49 (171) 555-0100", "+49 30 5550101",
+                             "zoë@example.org", "complete@example.com", "CELL: +49 (171) 555-0100", "+49 30 5550101",
                              "Durchwahl, 2. Stock: +49 30 5550102 ext. 7", "Große Straße 1, Hinterhaus", "10115 Berlin",
                              "Messe; Halle 3", "Messeplatz 2", "UID: complete"})
         EXPECT_THAT(shown, HasSubstr(text));
