@@ -29,9 +29,14 @@ inline Clock::time_point soonEnough() {
     return Clock::now() + std::chrono::minutes(1);
 }
 
-/// Leaves a provider a few moments: what does not answer is given up at once.
-inline Clock::time_point almostOver() {
-    return Clock::now() + std::chrono::milliseconds(300);
+/// Time for what answers at once, also on a busy machine, and not much more.
+inline Clock::time_point soonOver() {
+    return Clock::now() + std::chrono::milliseconds(1500);
+}
+
+/// Nothing that is asked now could be handed over any more.
+inline Clock::time_point tooLate() {
+    return Clock::now() + std::chrono::milliseconds(200);
 }
 
 /// What the tests of the services share: a server on loopback that stands for the service, another one for what it
