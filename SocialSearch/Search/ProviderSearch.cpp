@@ -5,10 +5,11 @@
 
 #include <utility>
 
-ProviderSearch::ProviderSearch(std::shared_ptr<const QVSocialSearchRequest> request, std::size_t count,
+ProviderSearch::ProviderSearch(std::shared_ptr<const QVSocialSearchRequest> request,
+                               const std::shared_ptr<qv::MainExecutor>& executor, std::size_t count,
                                Completion completion)
     : mRequest(std::move(request)),
-      mExecutor(qv::MainQueue::executor()),
+      mExecutor(executor),
       mFound(count),
       mUnanswered(count),
       mCompletion(std::move(completion)) {
@@ -17,17 +18,19 @@ ProviderSearch::ProviderSearch(std::shared_ptr<const QVSocialSearchRequest> requ
 void ProviderSearch::start(std::shared_ptr<const QVSocialSearchRequest> request, const Desks& desks,
                            std::chrono::seconds time, Completion completion) {
     const auto deadline = QVSocialSearchProvider::Clock::now() + time;
+    const auto executor = qv::MainQueue::executor();
     const std::shared_ptr<ProviderSearch> search(
-        new ProviderSearch(std::move(request), desks.size(), std::move(completion)));
-    search->mExecutor->dispatchAfter(time, [search] { search->answer(); });
+        new ProviderSearch(std::move(request), executor, desks.size(), std::move(completion)));
+    executor->dispatchAfter(time, [search] { search->answer(); });
     for (std::size_t place = 0; place < desks.size(); ++place)
         desks[place]->lookUp(search->mRequest, deadline, search->reportOf(place));
 }
 
 ProviderDesk::Report ProviderSearch::reportOf(std::size_t place) {
     return [search = shared_from_this(), place](std::shared_ptr<QVSocialProfile> profile) {
-        search->mExecutor->dispatchAsync(
-            [search, place, profile = std::move(profile)] { search->take(place, profile); });
+        const auto executor = search->mExecutor.lock();
+        if (!executor) return;
+        executor->dispatchAsync([search, place, profile = std::move(profile)] { search->take(place, profile); });
     };
 }
 

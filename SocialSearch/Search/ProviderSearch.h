@@ -20,14 +20,16 @@ class ProviderSearch : public std::enable_shared_from_this<ProviderSearch> {
                       std::chrono::seconds time, Completion completion);
 
   private:
-    ProviderSearch(std::shared_ptr<const QVSocialSearchRequest> request, std::size_t count, Completion completion);
+    ProviderSearch(std::shared_ptr<const QVSocialSearchRequest> request,
+                   const std::shared_ptr<qv::MainExecutor>& executor, std::size_t count, Completion completion);
 
     ProviderDesk::Report reportOf(std::size_t place);
     void take(std::size_t place, std::shared_ptr<QVSocialProfile> profile);
     void answer();
 
     const std::shared_ptr<const QVSocialSearchRequest> mRequest;
-    const std::shared_ptr<qv::MainExecutor> mExecutor;
+    /// Not owned: it holds the search until the time is over.
+    const std::weak_ptr<qv::MainExecutor> mExecutor;
     /// By the provider's place in the order of trust.
     std::vector<std::shared_ptr<QVSocialProfile>> mFound;
     std::size_t mUnanswered;
