@@ -1,7 +1,7 @@
 #include "Output/Resources.h"
 
-#include "Output/Base64.h"
 #include "QVCardScan/QVVeltoNoteGenerator.h"
+#include "QVPlatform/Base64.h"
 #include "QVPlatform/Image.h"
 #include "QVPlatform/MD5.h"
 
@@ -29,9 +29,9 @@ std::string Resources::dataAddress(const std::string& hash) const {
     const qv::Data* bytes = find(hash);
     if (bytes == nullptr) return "";
     const FileKind kind = FileKind::of(*bytes);
-    if (kind.isForBrowsers) return "data:" + std::string(kind.mimeType) + ";base64," + base64(*bytes);
+    if (kind.isForBrowsers) return "data:" + std::string(kind.mimeType) + ";base64," + qv::base64(*bytes);
     const auto jpeg = qv::Image::initWithData(*bytes)->representationUsingType(qv::ImageFileType::JPEG, 0.9);
-    return jpeg ? "data:image/jpeg;base64," + base64(*jpeg) : "";
+    return jpeg ? "data:image/jpeg;base64," + qv::base64(*jpeg) : "";
 }
 
 qv::Size Resources::size(const std::string& hash) const {

@@ -1,9 +1,9 @@
 #include "CardDAV/DAVAuthorization.h"
 
 #include "AddressBook/RecordName.h"
+#include "QVPlatform/Base64.h"
 #include "QVPlatform/MD5.h"
 #include "QVPlatform/Text.h"
-#include "VCard/VCardEncoding.h"
 
 #include <algorithm>
 #include <array>
@@ -111,7 +111,7 @@ QVString DAVAuthorization::header(const std::string& method, const qv::URL& url)
     if (!mCredentials.user) return std::nullopt;
     const std::string password = mCredentials.password.value_or("");
     const std::lock_guard lock(mMutex);
-    if (!mChallenge) return "Basic " + base64(bytesOf(*mCredentials.user + ":" + password));
+    if (!mChallenge) return "Basic " + qv::base64(bytesOf(*mCredentials.user + ":" + password));
     return digestAnswer(*mChallenge, *mCredentials.user, password,
                         {.method = method,
                          .target = url.path().empty() ? "/" : url.path(),

@@ -1,5 +1,6 @@
 #include "VCard/CardPicture.h"
 
+#include "QVPlatform/Base64.h"
 #include "QVPlatform/Image.h"
 #include "VCard/VCardEncoding.h"
 
@@ -36,12 +37,12 @@ std::optional<qv::Data> bytesOfDataURI(std::string_view uri) {
     if (comma == std::string_view::npos) return std::nullopt;
     const std::string head = capitals(uri.substr(0, comma));
     if (!head.starts_with("DATA:") || !head.ends_with(";BASE64")) return std::nullopt;
-    return bytesOfBase64(uri.substr(comma + 1));
+    return qv::dataFromBase64(uri.substr(comma + 1));
 }
 
 QVVCardProperty photo(QVVCardVersion version, const qv::Data& data) {
     const std::string format = isPNG(data) ? "PNG" : "JPEG";
-    QVVCardProperty property = QVVCardProperty::withValue(version, "PHOTO", base64(data));
+    QVVCardProperty property = QVVCardProperty::withValue(version, "PHOTO", qv::base64(data));
     if (version == QVVCardVersion::V40) {
         property.value.insert(0, isPNG(data) ? "data:image/png;base64," : "data:image/jpeg;base64,");
     } else if (version == QVVCardVersion::V21) {

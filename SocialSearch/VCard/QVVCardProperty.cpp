@@ -1,5 +1,6 @@
 #include "QVSocialSearch/QVVCardProperty.h"
 
+#include "QVPlatform/Base64.h"
 #include "VCard/CharacterSet.h"
 #include "VCard/VCardEncoding.h"
 #include "VCard/VCardParameters.h"
@@ -128,5 +129,5 @@ std::string QVVCardProperty::valueWithFirstComponent(std::string_view text) cons
 }
 
 std::optional<qv::Data> QVVCardProperty::bytes() const {
-    return isBase64() ? bytesOfBase64(value) : std::nullopt;
+    return isBase64() ? qv::dataFromBase64(value) : std::nullopt;
 }

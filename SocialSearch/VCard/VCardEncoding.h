@@ -1,8 +1,5 @@
 #pragma once
 
-#include "QVPlatform/Data.h"
-
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -11,11 +8,6 @@
 /// ASCII letters in capitals; every other byte stays.
 std::string capitals(std::string_view text);
 bool isASCII(std::string_view text);
-
-/// RFC 4648, with padding and without line ends.
-std::string base64(const qv::Data& bytes);
-/// White space is skipped and padding may be missing; nothing when anything else is in the text.
-std::optional<qv::Data> bytesOfBase64(std::string_view text);
 
 /// The bytes of a quoted-printable text (RFC 2045) without soft line breaks. What is no escape stays as it is; CR LF
 /// becomes LF.
