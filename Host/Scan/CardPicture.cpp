@@ -1,5 +1,6 @@
 #include "Scan/CardPicture.h"
 
+#include "Output/FileKind.h"
 #include "QVPlatform/MD5.h"
 #include "Support/FileReading.h"
 
@@ -23,6 +24,16 @@ Failure isNoFile(const std::string& file) {
             "\"" + file + "\" is a pipe or a device, not a file. Save the photograph in a file first."};
 }
 
+Failure isNoPicture(const std::string& file, const FileKind& kind) {
+    if (!kind.isPicture()) {
+        return {ExitStatus::WrongCall,
+                "\"" + file + "\" is not an image that can be read. Give a JPEG, PNG, TIFF or WebP photograph."};
+    }
+    return {ExitStatus::WrongCall, "\"" + file + "\" is an image (" + std::string(kind.mimeType) +
+                                       "), but it is damaged or too large to be read: at most 250 million pixels as "
+                                       "JPEG and 64 million otherwise. Take the photograph again, or make it smaller."};
+}
+
 }  // namespace
 
 Result<CardPicture> CardPicture::read(const std::string& file) {
@@ -35,8 +46,7 @@ Result<CardPicture> CardPicture::read(const std::string& file) {
     picture.hash = qv::lowerHexMD5(*data);
     picture.image = qv::Image::initWithData(std::move(*data));
     if (canBeDrawn(picture.image)) return picture;
-    return Failure{ExitStatus::WrongCall,
-                   "\"" + file + "\" is not an image that can be read. Give a JPEG, PNG, TIFF or WebP photograph."};
+    return isNoPicture(file, FileKind::of(picture.image->encodedData()));
 }
 
 Result<std::vector<CardPicture>> CardPicture::readAll(const std::vector<std::string>& files) {

@@ -204,6 +204,16 @@ TEST_F(ScanCommand, NothingIsSentThatIsNoPicture) {
     EXPECT_EQ(mServer.connectionCount(), 0U);
 }
 
+TEST_F(ScanCommand, SaysWhetherAFileIsNoPictureOrOneThatCannotBeRead) {
+    EXPECT_THAT(scan({mFolder.write("text.jpg", "not a picture").string()}).error,
+                HasSubstr("is not an image that can be read"));
+    EXPECT_THAT(scan({hostData("header-only.jpg")}).error, HasSubstr("is an image (image/jpeg), but it is damaged or"));
+    // A good header of 65535 x 65535 pixels.
+    const std::string huge = readFile(hostData("back.png")).replace(16, 8, std::string("\0\0\xFF\xFF\0\0\xFF\xFF", 8));
+    EXPECT_THAT(scan({mFolder.write("huge.png", huge).string()}).error, HasSubstr("too large to be read"));
+    EXPECT_EQ(mServer.connectionCount(), 0U);
+}
+
 TEST_F(ScanCommand, DoesNotWaitForAPipe) {
     const std::string pipe = (mFolder / "pipe.jpg").string();
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
