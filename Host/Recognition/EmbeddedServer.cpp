@@ -1,6 +1,5 @@
 #include "Recognition/EmbeddedServer.h"
 
-#include "Recognition/AuthToken.h"
 #include "Support/ProgramFinder.h"
 #include "Support/Random.h"
 
@@ -13,6 +12,8 @@ namespace qvhost {
 namespace {
 
 constexpr const char* kProgramName = "qvcardrecod";
+/// Passwords and keys may be among them, which are none of the server's business.
+constexpr const char* kOwnVariables = "QVCARDSCAN_";
 constexpr std::chrono::seconds kStartTime{30};
 /// A server that crashed in the middle of an answer closes the connection a little before it is gone itself.
 constexpr std::chrono::milliseconds kTimeToFall{500};
@@ -54,7 +55,7 @@ Result<ServerAccess> EmbeddedServer::start() {
     if (!program)
         return notStarted(std::string("(") + kProgramName + ") was not found beside this program or in PATH.");
     int error = 0;
-    auto process = ChildProcess::start(*program, arguments(), AuthToken::kVariable, error);
+    auto process = ChildProcess::start(*program, arguments(), kOwnVariables, error);
     if (!process)
         return notStarted("\"" + program->string() + "\" did not start: " + std::system_category().message(error) +
                           ".");

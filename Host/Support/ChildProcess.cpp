@@ -48,11 +48,11 @@ std::vector<char*> pointersTo(std::vector<std::string>& texts) {
     return pointers;
 }
 
-std::vector<std::string> environmentWithout(std::string_view variable) {
+std::vector<std::string> environmentWithout(std::string_view prefix) {
     std::vector<std::string> texts;
     for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
         const std::string_view text = *entry;
-        if (text.substr(0, text.find('=')) != variable) texts.emplace_back(text);
+        if (prefix.empty() || !text.starts_with(prefix)) texts.emplace_back(text);
     }
     return texts;
 }
@@ -105,7 +105,7 @@ bool waitForInput(int file, Clock::time_point deadline) {
 
 std::unique_ptr<ChildProcess> ChildProcess::start(const std::filesystem::path& program,
                                                   const std::vector<std::string>& arguments,
-                                                  std::string_view withoutVariable, int& error) {
+                                                  std::string_view withoutPrefix, int& error) {
     std::optional<Pipe> input = makePipe();
     std::optional<Pipe> output = makePipe();
     if (!input || !output) {
@@ -116,7 +116,7 @@ std::unique_ptr<ChildProcess> ChildProcess::start(const std::filesystem::path& p
     all.insert(all.end(), arguments.begin(), arguments.end());
     const SpawnSettings settings(input->readEnd.number(), output->writeEnd.number());
     pid_t identifier = 0;
-    error = settings.spawn(program.string(), std::move(all), environmentWithout(withoutVariable), identifier);
+    error = settings.spawn(program.string(), std::move(all), environmentWithout(withoutPrefix), identifier);
     if (error != 0) return nullptr;
     return std::unique_ptr<ChildProcess>(
         new ChildProcess(identifier, std::move(input->writeEnd), std::move(output->readEnd)));

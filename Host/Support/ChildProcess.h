@@ -19,10 +19,11 @@ namespace qvhost {
 class ChildProcess {
   public:
     /// Starts a program with these arguments (its own name goes first by itself) and this program's environment but for
-    /// the variable `withoutVariable`. Null, and the system's error number, when it cannot be started.
+    /// those variables that begin with `withoutPrefix` (empty: none is left out). Null, and the system's error number,
+    /// when it cannot be started.
     static std::unique_ptr<ChildProcess> start(const std::filesystem::path& program,
                                                const std::vector<std::string>& arguments,
-                                               std::string_view withoutVariable, int& error);
+                                               std::string_view withoutPrefix, int& error);
 
     /// Stops the process: its input is closed, it is asked to end, and after two seconds it is made to.
     ~ChildProcess();

@@ -63,11 +63,13 @@ TEST_F(EmbeddedServer, SpeaksOnlyWhenAsked) {
     EXPECT_THAT(noted("starts"), testing::StartsWith("--embedded --workers 1 --verbose\n"));
 }
 
-TEST_F(EmbeddedServer, DoesNotSeeTheTokenForOtherServers) {
-    auto withToken = call();
-    withToken.environment["QVCARDSCAN_TOKEN"] = "for-somebody-else";
-    ASSERT_EQ(runProcess(withToken).status, 0);
-    EXPECT_EQ(noted("starts-token-variable"), "hidden\n");
+TEST_F(EmbeddedServer, DoesNotSeeSecretsForOthers) {
+    auto withSecrets = call();
+    withSecrets.environment["QVCARDSCAN_TOKEN"] = "for-somebody-else";
+    withSecrets.environment["QVCARDSCAN_SEARCH_KEY"] = "for-the-search";
+    withSecrets.environment["QVCARDSCAN_SEARCH_SECRET"] = "for-the-search";
+    ASSERT_EQ(runProcess(withSecrets).status, 0);
+    EXPECT_EQ(noted("own-variables"), "hidden\n");
 }
 
 TEST_F(EmbeddedServer, ThatDiesInTheMiddleIsStartedAgain) {

@@ -31,12 +31,14 @@ TEST(ChildProcess, IsSpokenToOverItsInputAndOutput) {
     EXPECT_TRUE(process->endsWithin(30s));
 }
 
-TEST(ChildProcess, HidesOneVariable) {
+TEST(ChildProcess, HidesVariablesByTheirBeginning) {
     ::setenv("QV_TEST_HIDDEN", "secret", 1);
+    ::setenv("QV_TEST_HIDDEN_TOO", "secret", 1);
     ::setenv("QV_TEST_SHOWN", "seen", 1);
-    const auto process = startShell("echo \"$QV_TEST_HIDDEN-$QV_TEST_SHOWN\"");
+    const auto process = startShell("echo \"$QV_TEST_HIDDEN$QV_TEST_HIDDEN_TOO-$QV_TEST_SHOWN\"");
     EXPECT_THAT(process->readLine(30s), Optional(Eq("-seen")));
     ::unsetenv("QV_TEST_HIDDEN");
+    ::unsetenv("QV_TEST_HIDDEN_TOO");
     ::unsetenv("QV_TEST_SHOWN");
 }
 
