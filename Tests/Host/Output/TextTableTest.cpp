@@ -13,7 +13,7 @@ TEST(TextTable, AlignsColumnsByWhatATerminalShows) {
     table.addRow({"\xE5\xB1\xB1\xE7\x94\xB0", "1234567", "b"});
     EXPECT_EQ(table.text(),
               "Name    Count  Note\n"
-              "Zo\xC3\xAB           7  a\n"
+              "Zo\xC3\xAB         7  a\n"
               "\xE5\xB1\xB1\xE7\x94\xB0  1234567  b\n");
 }
 
@@ -33,7 +33,7 @@ TEST(TextTable, NothingInItActsOnTheTerminal) {
 }
 
 TEST(TextTable, WithoutRowsIsEmpty) {
-    const TextTable table({{}});
+    const TextTable table({{}, {}});
     EXPECT_TRUE(table.isEmpty());
     EXPECT_EQ(table.text(), "");
 }
