@@ -69,7 +69,9 @@ ExitStatus ContactsCommand::run() {
     if (!place) return fail(place.failure());
     const ContactsShelf shelf = ContactsShelf::read(*place);
     if (shelf.problem()) Messages::say(*shelf.problem());
-    ExitStatus status = shelf.problem() ? ExitStatus::Incomplete : ExitStatus::Done;
+    // Nothing is said of contacts that could not be looked at.
+    if (shelf.problem() && shelf.all().empty()) return ExitStatus::Incomplete;
+    const ExitStatus status = shelf.problem() ? ExitStatus::Incomplete : ExitStatus::Done;
     if (mList->parsed()) return worst(status, list(shelf));
     return worst(status, mShow->parsed() ? show(shelf) : find(shelf));
 }

@@ -1,6 +1,8 @@
 #include "People/AddressBookOptions.h"
 
 #include "Support/Messages.h"
+#include "Support/Secrets.h"
+#include "Support/WebAddress.h"
 
 #include <CLI/CLI.hpp>
 
@@ -11,6 +13,13 @@ namespace qvhost {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr const char* kUserVariable = "QVCARDSCAN_CARDDAV_USER";
+constexpr const char* kPasswordVariable = "QVCARDSCAN_CARDDAV_PASSWORD";
+
+std::string objectionToServer(const std::string& url) {
+    return WebAddress::objectionTo(url, "https://dav.example.com/", "put them into a file for --carddav-login-file");
+}
 
 std::string objectionToEmpty(const std::string& text) {
     return text.empty() ? "a name is needed here, not an empty text." : "";
@@ -63,16 +72,36 @@ Result<AddressBookPlace> openOwnFolder(AddressBookOptions::Access access) {
 }  // namespace
 
 void AddressBookOptions::describe(CLI::App& command) {
+    auto* folder =
+        command.add_option("--address-book", mFolder, "Folder of vCards that is the address book (default: your own)");
+    folder->type_name("DIR")->check(objectionToEmpty);
+    auto* server = command.add_option("--carddav", mServer, "CardDAV server that holds the address book instead");
+    server->type_name("URL")->check(objectionToServer)->excludes(folder);
     command
-        .add_option("--address-book", mFolder, "Folder of vCards that is the address book (default: this user's own)")
-        ->type_name("DIR")
-        ->check(objectionToEmpty);
+        .add_option("--carddav-login-file", mLoginFile,
+                    std::string("File with user name and password for it, a line each (or set ") + kUserVariable +
+                        " and " + kPasswordVariable + ")")
+        ->type_name("F")
+        ->needs(server);
 }
 
 Result<AddressBookPlace> AddressBookOptions::open(Access access, const std::optional<std::string>& standard) const {
+    if (mServer) return openServer();
     if (mFolder) return openFolder(*mFolder, access);
     if (standard) return openFolder(*standard, access);
     return openOwnFolder(access);
+}
+
+Result<AddressBookPlace> AddressBookOptions::openServer() const {
+    const auto login = Secrets::read(
+        {mLoginFile, {kUserVariable, kPasswordVariable}, "the user name on one line and the password on the next"});
+    if (!login) return login.failure();
+    QVCardDAVCredentials credentials;
+    if (*login) {
+        credentials.user = (**login)[0];
+        credentials.password = (**login)[1];
+    }
+    return AddressBookPlace::server(*mServer, credentials);
 }
 
 }  // namespace qvhost

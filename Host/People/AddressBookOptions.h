@@ -21,7 +21,7 @@ class AddressBookOptions {
     void describe(CLI::App& command);
 
     /// Whether one was chosen.
-    bool areGiven() const { return mFolder.has_value(); }
+    bool areGiven() const { return mFolder || mServer; }
 
     /// The address book that was chosen, else the folder `standard`, else this user's own folder, which is named on
     /// standard error then. Saving makes a folder that is missing; reading refuses one that was chosen and finds no
@@ -29,7 +29,11 @@ class AddressBookOptions {
     Result<AddressBookPlace> open(Access access, const std::optional<std::string>& standard = std::nullopt) const;
 
   private:
+    Result<AddressBookPlace> openServer() const;
+
     std::optional<std::string> mFolder;
+    std::optional<std::string> mServer;
+    std::optional<std::string> mLoginFile;
 };
 
 }  // namespace qvhost

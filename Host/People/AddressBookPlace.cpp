@@ -14,6 +14,14 @@ AddressBookPlace AddressBookPlace::folder(const std::filesystem::path& folder) {
             }};
 }
 
+AddressBookPlace AddressBookPlace::server(const std::string& url, const QVCardDAVCredentials& credentials) {
+    const auto book = std::make_shared<QVCardDAVAddressBook>(url, credentials);
+    return {book, "the address book at " + url, [book, url](const std::string& UID) {
+                std::optional<qv::Error> ignored;
+                return book->collectionAddress(&ignored).value_or(url) + " (UID " + UID + ")";
+            }};
+}
+
 std::string descriptionOf(const qv::Error& error) {
     const auto found = error.userInfo.find(std::string(qv::kErrorDescriptionKey));
     const auto* text = found == error.userInfo.end() ? nullptr : std::any_cast<std::string>(&found->second);

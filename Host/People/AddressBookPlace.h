@@ -1,6 +1,7 @@
 #pragma once
 
 #include "QVSocialSearch/QVAddressBook.h"
+#include "QVSocialSearch/QVCardDAVAddressBook.h"
 
 #include <filesystem>
 #include <functional>
@@ -19,6 +20,8 @@ struct AddressBookPlace {
 
     /// A folder of vCards.
     static AddressBookPlace folder(const std::filesystem::path& folder);
+    /// A server; nothing is asked of it yet.
+    static AddressBookPlace server(const std::string& url, const QVCardDAVCredentials& credentials);
 };
 
 /// What an address book reported, in words.

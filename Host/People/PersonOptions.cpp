@@ -31,6 +31,7 @@ void PersonOptions::describe(CLI::App& command, CLI::Option& skipNote) {
                         kKeyVariable + " and " + kSecretVariable + ")")
         ->type_name("F")
         ->needs(search);
+    mServices.describe(command, *search);
     CLI::Option* save = command.add_flag("--save", mSave, "Save the contact in the address book, new or updated");
     CLI::Option* contacts = command.add_option(
         "--contacts", mContacts,
@@ -76,6 +77,9 @@ std::optional<Failure> PersonOptions::planSearch(PersonSteps::Plan& plan) const 
     if (!given) return given.failure();
     plan.searchKey =
         *given ? std::pair((**given)[0], (**given)[1]) : std::pair(std::string(kLocal), std::string(kLocal));
+    Result<QVSocialSearchManager::Providers> services = mServices.open();
+    if (!services) return services.failure();
+    plan.services = std::move(*services);
     return std::nullopt;
 }
 

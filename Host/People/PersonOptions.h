@@ -2,6 +2,7 @@
 
 #include "People/AddressBookOptions.h"
 #include "People/PersonSteps.h"
+#include "People/SearchServices.h"
 #include "Support/Result.h"
 
 #include <memory>
@@ -33,6 +34,7 @@ class PersonOptions {
     bool mSave = false;
     std::optional<std::string> mContacts;
     std::optional<std::string> mSearchKeyFile;
+    SearchServices mServices;
     AddressBookOptions mAddressBook;
 };
 

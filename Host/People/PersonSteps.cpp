@@ -19,11 +19,13 @@ PersonSteps::PersonSteps(Plan plan) : mPlan(std::move(plan)) {
     QVBizCardManager::sharedManager()->setContactNoteDataSource(mKnown);
     if (mPlan.searchKey) mLookup.emplace(mLoop, mPlan.searchKey->first, mPlan.searchKey->second);
     if (mPlan.addressBook) QVAddressBookController::sharedController()->setAddressBook(mPlan.addressBook->book);
+    QVSocialSearchManager::sharedManager()->setProviders(mPlan.services);
 }
 
 PersonSteps::~PersonSteps() {
     QVBizCardManager::sharedManager()->setContactNoteDataSource(nullptr);
     QVAddressBookController::sharedController()->setAddressBook(nullptr);
+    QVSocialSearchManager::sharedManager()->setProviders({});
 }
 
 PersonOutcome PersonSteps::run(const ScanOutcome& scan) {

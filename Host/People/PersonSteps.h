@@ -4,11 +4,13 @@
 #include "People/KnownContacts.h"
 #include "People/MainLoop.h"
 #include "People/PersonOutcome.h"
+#include "QVSocialSearch/QVSocialSearchManager.h"
 #include "Scan/CardScan.h"
 
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace qvhost {
 
@@ -23,6 +25,8 @@ class PersonSteps {
         std::optional<AddressBookPlace> addressBook;
         /// What the library wants before it searches; absent: there is no search.
         std::optional<std::pair<std::string, std::string>> searchKey;
+        /// Where to search besides the address book.
+        QVSocialSearchManager::Providers services;
         bool saves = false;
     };
 

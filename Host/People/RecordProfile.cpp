@@ -7,10 +7,13 @@ bool isEmpty(const QVString& text) {
     return !text || text->empty();
 }
 
-void fillName(QVSocialProfile& profile, const QVVeltoContact& contact) {
-    if (isEmpty(profile.formattedName())) profile.setFormattedName(contact.fullName());
-    if (isEmpty(profile.jobTitle())) profile.setJobTitle(contact.jobTitle());
-    if (isEmpty(profile.company())) profile.setCompany(contact.company());
+/// The contact has weighed the card against what was found.
+void takeFromContact(QVSocialProfile& profile, const QVVeltoContact& contact) {
+    if (!isEmpty(contact.fullName())) profile.setFormattedName(contact.fullName());
+    if (!isEmpty(contact.jobTitle())) profile.setJobTitle(contact.jobTitle());
+    if (!isEmpty(contact.company())) profile.setCompany(contact.company());
+    if (auto address = QVPostalAddress::addressWithLabel(std::nullopt, contact.address()))
+        profile.setAddressList({std::move(address)});
 }
 
 void fillAddress(QVSocialProfile& profile, const QVVeltoContact& contact) {
@@ -38,7 +41,7 @@ bool isRecord(const std::shared_ptr<QVSocialProfile>& profile) {
 std::shared_ptr<QVSocialProfile> profileForSaving(const QVVeltoContact& contact,
                                                   const std::shared_ptr<QVSocialProfile>& base) {
     auto profile = base ? base->copy() : std::make_shared<QVSocialProfile>();
-    if (!isRecord(profile)) fillName(*profile, contact);
+    if (!isRecord(profile)) takeFromContact(*profile, contact);
     fillAddress(*profile, contact);
     fillLinks(*profile, contact);
     fillPicture(*profile, contact);

@@ -1,6 +1,7 @@
 #include "People/SearchServices.h"
 
 #include "QVSocialSearch/QVGravatarProvider.h"
+#include "QVSocialSearch/QVWebFingerProvider.h"
 #include "Recognition/RemoteServer.h"
 #include "Support/Secrets.h"
 
@@ -29,19 +30,40 @@ void SearchServices::describe(CLI::App& command, CLI::Option& search) {
         ->needs(service)
         ->check(RemoteServer::objectionTo)
         ->group("");
+    auto* webFinger =
+        command.add_flag("--webfinger", mUsesWebFinger,
+                         "Also ask the domain of the e-mail address, which learns that you have the card");
+    webFinger->needs(&search);
+    command.add_option("--webfinger-url", mWebFingerURL, "Whom to ask in the place of every domain")
+        ->needs(webFinger)
+        ->check(RemoteServer::objectionTo)
+        ->group("");
 }
 
 Result<QVSocialSearchManager::Providers> SearchServices::open() const {
     QVSocialSearchManager::Providers providers;
     if (mUsesProfileService) {
-        const auto key = Secrets::read({mProfileServiceKeyFile, {kKeyVariable}, "the service's key, on one line"});
-        if (!key) return key.failure();
-        QVGravatarOptions options;
-        if (*key) options.apiKey = (*key)->front();
-        if (mProfileServiceURL) options.baseURL = *mProfileServiceURL;
-        providers.push_back(std::make_shared<QVGravatarProvider>(std::move(options)));
+        Result<std::shared_ptr<QVSocialSearchProvider>> service = profileService();
+        if (!service) return service.failure();
+        providers.push_back(std::move(*service));
     }
+    if (mUsesWebFinger) providers.push_back(webFinger());
     return providers;
+}
+
+Result<std::shared_ptr<QVSocialSearchProvider>> SearchServices::profileService() const {
+    const auto key = Secrets::read({mProfileServiceKeyFile, {kKeyVariable}, "the service's key, on one line"});
+    if (!key) return key.failure();
+    QVGravatarOptions options;
+    if (*key) options.apiKey = (*key)->front();
+    if (mProfileServiceURL) options.baseURL = *mProfileServiceURL;
+    return std::shared_ptr<QVSocialSearchProvider>(std::make_shared<QVGravatarProvider>(std::move(options)));
+}
+
+std::shared_ptr<QVSocialSearchProvider> SearchServices::webFinger() const {
+    QVWebFingerOptions options;
+    if (mWebFingerURL) options.originOfDomain = [url = *mWebFingerURL](const std::string&) { return url; };
+    return std::make_shared<QVWebFingerProvider>(std::move(options));
 }
 
 }  // namespace qvhost

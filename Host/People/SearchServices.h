@@ -3,6 +3,7 @@
 #include "QVSocialSearch/QVSocialSearchManager.h"
 #include "Support/Result.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -24,9 +25,14 @@ class SearchServices {
     Result<QVSocialSearchManager::Providers> open() const;
 
   private:
+    Result<std::shared_ptr<QVSocialSearchProvider>> profileService() const;
+    std::shared_ptr<QVSocialSearchProvider> webFinger() const;
+
     bool mUsesProfileService = false;
     std::optional<std::string> mProfileServiceKeyFile;
     std::optional<std::string> mProfileServiceURL;
+    bool mUsesWebFinger = false;
+    std::optional<std::string> mWebFingerURL;
 };
 
 }  // namespace qvhost
