@@ -26,6 +26,7 @@ class ScanFixture : public testing::Test {
         arguments.insert(arguments.end(), {"--server", mServer.url("/recognise")});
         ProcessCall call = hostCall(std::move(arguments));
         call.environment["QVCARDSCAN_TOKEN"] = kSecret;
+        call.environment["XDG_DATA_HOME"] = (mFolder / "data").string();
         return call;
     }
     ProcessResult scan(std::vector<std::string> arguments) const { return runProcess(call(std::move(arguments))); }

@@ -211,6 +211,12 @@ TEST_F(ScanPerson, WrongCallsAreFoundOutBeforeAnythingIsSent) {
         {{"--search-key-file", file}, 2, "--search"},
         {{"--search", "--search-key-file", file}, 2, "holds 1 line"},
         {{"--profile-service"}, 2, "--search"},
+        {{"--webfinger"}, 2, "--search"},
+        {{"--save", "--carddav", "http://127.0.0.1:1/", "--address-book", book()}, 2, "--address-book"},
+        {{"--save", "--carddav", "dav.example.com"}, 2, "an address such as https://"},
+        {{"--carddav", "http://127.0.0.1:1/"}, 2, "--search or --save"},
+        {{"--carddav-login-file", file}, 2, "--carddav"},
+        {{"--save", "--carddav", "http://127.0.0.1:1/", "--carddav-login-file", file}, 2, "holds 1 line"},
     };
     for (const auto& row : rows) {
         std::vector<std::string> arguments{mFront};
@@ -241,6 +247,22 @@ TEST_F(ScanPerson, AsksTheProfileServiceOnlyWhenTold) {
     EXPECT_THAT(service.requests()[0].target, testing::StartsWith("/v3/profiles/"));
     EXPECT_EQ(service.requests()[0].header("authorization"), "Bearer my-service-key");
     EXPECT_THAT(result.output + result.error, Not(HasSubstr("my-service-key")));
+}
+
+TEST_F(ScanPerson, AsksTheAddresssDomainOnlyWhenTold) {
+    recognise(recognitionOfAda());
+    ScriptedServer domain;
+    domain.respond(ScriptedServer::answer(200, R"({"subject":"acct:ada@example.com","links":[
+        {"rel":"http://webfinger.net/rel/profile-page","href":"https://www.linkedin.com/in/ada"}]})",
+                                          "Content-Type: application/jrd+json\r\n"));
+    fs::create_directory(book());
+    ASSERT_EQ(scanInto({"--search"}).status, 0);
+    EXPECT_EQ(domain.connectionCount(), 0U);
+    const auto result = scanInto({"--search", "--webfinger", "--webfinger-url", domain.url("")});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_THAT(result.output, HasSubstr("with a LinkedIn page"));
+    ASSERT_FALSE(domain.requests().empty());
+    EXPECT_THAT(domain.requests()[0].target, testing::StartsWith("/.well-known/webfinger?resource="));
 }
 
 TEST_F(ScanPerson, TheSearchKeyIsShownNowhere) {

@@ -76,7 +76,7 @@ TEST_F(ContactSaver, UpdatesTheRecordThatTheSearchFound) {
 TEST_F(ContactSaver, OfSomebodyFoundElsewhereStillLooksInTheAddressBook) {
     addPerson("ada", "Ada Example", "ada@example.com");
     const auto found = std::make_shared<QVSocialProfile>();
-    found->setProfileURLLinkedInPublic("https://linkedin.example/ada");
+    found->setProfileURLLinkedInPublic("https://www.linkedin.com/in/ada");
     const SaveOutcome outcome = save(contact("Ada Example", "ada@example.com"), found);
     EXPECT_EQ(outcome.outcome, QVAddressBookSaveOutcome::Updated);
     EXPECT_EQ(count(), 1U);
@@ -84,10 +84,10 @@ TEST_F(ContactSaver, OfSomebodyFoundElsewhereStillLooksInTheAddressBook) {
 
 TEST_F(ContactSaver, KeepsTheLinksOfSomebodyFoundElsewhere) {
     const auto found = std::make_shared<QVSocialProfile>();
-    found->setProfileURLLinkedInPublic("https://linkedin.example/ada");
+    found->setProfileURLLinkedInPublic("https://www.linkedin.com/in/ada");
     const SaveOutcome outcome = save(contact("Ada Example", "ada@example.com"), found);
     EXPECT_EQ(outcome.outcome, QVAddressBookSaveOutcome::Created);
-    EXPECT_THAT(readFile(outcome.where), HasSubstr("linkedin.example/ada"));
+    EXPECT_THAT(readFile(outcome.where), HasSubstr("linkedin.com/in/ada"));
     EXPECT_THAT(readFile(outcome.where), HasSubstr("TITLE:Engineer"));
 }
 

@@ -96,11 +96,11 @@ TEST_F(ContactsShelf, ThatIsNotThereYetIsEmpty) {
 
 TEST_F(ContactsShelf, IsListedInAlignedColumns) {
     EXPECT_EQ(qvhost::contactList(this->shelf().all()),
-              "Name         Company         Email                 Phone            UID\n"
+              "Name         Company        Email                 Phone            UID\n"
               "ada Example  \xC3\x84pfel & S\xC3\xB6hne  Ada@Example.com       -                0a1b2c3d-2\n"
-              "Zo\xC3\xAB Sample   -               zoe@example.com (+1)  +1 202 555 0142  0a1b2c3d-1\n"
-              "\xE5\xB1\xB1\xE7\x94\xB0 \xE5\xA4\xAA\xE9\x83\x8E    -               -                     -            "
-              "    ffff\n");
+              "Zo\xC3\xAB Sample   -              zoe@example.com (+1)  +1 202 555 0142  0a1b2c3d-1\n"
+              "\xE5\xB1\xB1\xE7\x94\xB0 \xE5\xA4\xAA\xE9\x83\x8E    -              -                     -             "
+              "   ffff\n");
     EXPECT_EQ(qvhost::contactList({}), "");
 }
 
