@@ -4,9 +4,6 @@
 #include "QVPlatform/MD5.h"
 #include "Support/FileReading.h"
 
-#include <filesystem>
-#include <system_error>
-
 namespace qvhost {
 namespace {
 
@@ -17,11 +14,6 @@ bool canBeDrawn(const std::shared_ptr<qv::Image>& image) {
     if (!image->isValid()) return false;
     const auto thumbnail = qv::Image::initWithSize({32, 32}, image);
     return thumbnail->representationUsingType(qv::ImageFileType::JPEG, 0.5).has_value();
-}
-
-Failure isNoFile(const std::string& file) {
-    return {ExitStatus::WrongCall,
-            "\"" + file + "\" is a pipe or a device, not a file. Save the photograph in a file first."};
 }
 
 Failure isNoPicture(const std::string& file, const FileKind& kind) {
@@ -37,9 +29,6 @@ Failure isNoPicture(const std::string& file, const FileKind& kind) {
 }  // namespace
 
 Result<CardPicture> CardPicture::read(const std::string& file) {
-    // A pipe that nobody writes to would be waited for without end.
-    std::error_code unknown;
-    if (std::filesystem::is_other(file, unknown)) return isNoFile(file);
     Result<qv::Data> data = readFile(file, kMaximumPictureSize);
     if (!data) return data.failure();
     CardPicture picture;

@@ -217,11 +217,9 @@ TEST_F(ScanCommand, SaysWhetherAFileIsNoPictureOrOneThatCannotBeRead) {
 TEST_F(ScanCommand, DoesNotWaitForAPipe) {
     const std::string pipe = (mFolder / "pipe.jpg").string();
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-    for (const std::string& file : {pipe, std::string("/dev/zero")}) {
-        const auto result = scan({file});
-        EXPECT_EQ(result.status, 2) << file;
-        EXPECT_THAT(result.error, HasSubstr("\"" + file + "\" is a pipe or a device"));
-    }
+    const auto result = scan({pipe});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_THAT(result.error, HasSubstr("\"" + pipe + "\" is a pipe, not a file"));
     EXPECT_EQ(mServer.connectionCount(), 0U);
 }
 
