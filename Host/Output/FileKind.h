@@ -17,9 +17,6 @@ struct FileKind {
 
     static FileKind of(const qv::Data& bytes);
 
-    /// Whether the bytes began like a picture at all.
-    bool isPicture() const { return mimeType.starts_with("image/"); }
-
     /// Whether files of some kind end like this, the dot included.
     static bool isExtension(std::string_view ending);
 };
