@@ -1,10 +1,28 @@
 #include "People/KnownContacts.h"
 
 #include "QVCardScan/QVVeltoNoteGenerator.h"
+#include "QVPlatform/Text.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace qvhost {
+namespace {
+
+/// The card has these already, perhaps under another label or in another case of letters, which would make two of one.
+void removeEmails(QVVeltoContact& contact, const std::vector<std::string>& emails) {
+    auto others = std::make_shared<qv::OrderedSet<std::shared_ptr<QVVeltoContactField>>>();
+    for (const auto& field : *contact.emailFields()) {
+        const std::string address = qv::Text::lowercased(field->text().value_or(""));
+        const bool isKnown = std::any_of(emails.begin(), emails.end(), [&](const std::string& email) {
+            return qv::Text::lowercased(email) == address;
+        });
+        if (!isKnown) others->insert(field);
+    }
+    contact.setEmailFields(others);
+}
+
+}  // namespace
 
 std::shared_ptr<QVVeltoContact> KnownContacts::contactMatchingFullName(const QVString& fullName,
                                                                        const QVString& /*firstName*/,
@@ -36,7 +54,9 @@ std::shared_ptr<QVVeltoContact> KnownContacts::contactFor(const Person& person) 
     const QVString UID = match.record->addressBookUID();
     mMerged = MergedContact{UID, Person::of(*match.record), mPlace.locate(UID.value_or("")),
                             match.outcome == ContactMatch::Outcome::ByEmail};
-    return contactOfRecord(*match.record);
+    const auto contact = contactOfRecord(*match.record);
+    removeEmails(*contact, person.emails);
+    return contact;
 }
 
 }  // namespace qvhost

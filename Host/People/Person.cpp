@@ -1,5 +1,6 @@
 #include "People/Person.h"
 
+#include "QVPlatform/Bundle.h"
 #include "QVPlatform/Text.h"
 
 #include <sstream>
@@ -20,17 +21,22 @@ bool areSame(const std::string& one, const std::string& other) {
     return !one.empty() && one == other;
 }
 
+/// The label that a card's entries have, so that the same entry on both is one.
+QVString labelOr(const QVString& label, std::string_view standard) {
+    return label && !label->empty() ? label : qv::Bundle::localizedString(standard);
+}
+
 QVContactFieldSet emailFieldsOf(const QVSocialProfile& record) {
     auto fields = std::make_shared<qv::OrderedSet<std::shared_ptr<QVVeltoContactField>>>();
     for (const auto& email : record.emailAddresses())
-        fields->insert(QVVeltoContactField::initWithLabel(email->label(), email->address()));
+        fields->insert(QVVeltoContactField::initWithLabel(labelOr(email->label(), "Email"), email->address()));
     return fields;
 }
 
 QVContactFieldSet phoneFieldsOf(const QVSocialProfile& record) {
     auto fields = std::make_shared<qv::OrderedSet<std::shared_ptr<QVVeltoContactField>>>();
     for (const auto& phone : record.phoneNumbers())
-        fields->insert(QVVeltoContactField::initWithLabel(phone->type(), phone->number()));
+        fields->insert(QVVeltoContactField::initWithLabel(labelOr(phone->type(), "Phone"), phone->number()));
     return fields;
 }
 

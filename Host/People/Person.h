@@ -27,7 +27,7 @@ struct Person {
 /// The person as a message calls them: the name, else the first e-mail address, else "somebody without a name".
 std::string nameInWords(const Person& person);
 
-/// A record of the address book as a contact of the framework.
+/// A record of the address book as a contact of the framework. Entries without a label get a card's.
 std::shared_ptr<QVVeltoContact> contactOfRecord(const QVSocialProfile& record);
 
 }  // namespace qvhost

@@ -23,6 +23,7 @@ std::string objectionToFolder(const std::string& folder) {
 }  // namespace
 
 void PersonOptions::describe(CLI::App& command, CLI::Option& skipNote) {
+    command.option_defaults()->group("The person on the card");
     CLI::Option* search =
         command.add_flag("--search", mSearch, "Look the person up by e-mail address and add what is known");
     command
@@ -40,6 +41,7 @@ void PersonOptions::describe(CLI::App& command, CLI::Option& skipNote) {
     mAddressBook.describe(command);
     for (CLI::Option* option : {search, save, contacts})
         skipNote.excludes(option);
+    command.option_defaults()->group("Options");
 }
 
 Result<std::unique_ptr<PersonSteps>> PersonOptions::open() const {

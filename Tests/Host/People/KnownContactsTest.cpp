@@ -46,6 +46,7 @@ TEST_F(KnownContacts, CompleteACardByItsAddress) {
     EXPECT_EQ(mKnown->merged()->person.fullName, "Ada Lovelace");
     EXPECT_TRUE(mKnown->merged()->byEmail);
     EXPECT_THAT(mKnown->merged()->where, HasSubstr("ada.vcf"));
+    EXPECT_EQ(outcome.response->contact()->emailFields()->size(), 1U) << "it is the same address";
 }
 
 TEST_F(KnownContacts, CompleteACardWithoutAddressByNameAndCompany) {

@@ -97,6 +97,15 @@ TEST(ContactOfRecord, HoldsWhatTheRecordHolds) {
     EXPECT_EQ(contact->avatar()->size().width, 4);
 }
 
+TEST(ContactOfRecord, LabelsEntriesAsACardDoes) {
+    QVSocialProfile record;
+    record.setEmailAddresses({QVEmail::emailWithLabel(std::nullopt, "a@example.com")});
+    record.setPhoneNumbers({QVPhoneNumber::phoneNumberWithNumber("1", "")});
+    const auto contact = qvhost::contactOfRecord(record);
+    EXPECT_EQ((*contact->emailFields()->begin())->label(), "Email");
+    EXPECT_EQ((*contact->phoneFields()->begin())->label(), "Phone");
+}
+
 TEST(ContactOfRecord, LeavesAbsentWhatTheRecordLacks) {
     QVSocialProfile record;
     record.setAddressBookAvatarData(qv::Data{1, 2, 3});
