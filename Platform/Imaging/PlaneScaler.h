@@ -13,10 +13,11 @@ struct ScaleAxis {
     int count = 0;
     /// Whether the samples stay as they are.
     bool isIdentity() const { return start == 0 && span == count && sourceCount == count; }
+    friend bool operator==(const ScaleAxis&, const ScaleAxis&) = default;
 };
 
 /// Resamples the upper left `horizontal.sourceCount` × `vertical.sourceCount` samples of a plane with a bicubic filter
-/// (Catmull-Rom, widened when it reduces). Throws `std::bad_alloc` or `std::runtime_error`.
+/// (Catmull-Rom, widened when it reduces). Throws `std::bad_alloc` or `std::runtime_error`. Any thread may call.
 Plane scaledPlane(const Plane& source, const ScaleAxis& horizontal, const ScaleAxis& vertical);
 
 }  // namespace qv::imaging
