@@ -38,13 +38,22 @@ Scale scaleTakenFor(PixelSize size, PixelSize stored, std::span<const tjscalingf
     return {1, 1, stored};
 }
 
-/// The smallest scale of the library's list that covers the target; the full size when none does.
-Scale smallestCoveringScale(PixelSize stored, PixelSize target) {
+// The library transforms whole blocks with vector instructions, but those reduced to 5/8…7/8 one number at a time: they
+// take longer than the whole picture.
+bool isSlowerThanFullSize(const tjscalingfactor& factor) {
+    return factor.num < factor.denom && 2 * factor.num > factor.denom;
+}
+
+/// The cheapest scale of the library's list that covers the target: the smallest, as a rule. The full size when none
+/// does.
+Scale cheapestCoveringScale(PixelSize stored, PixelSize target) {
     int count = 0;
     const tjscalingfactor* first = tjGetScalingFactors(&count);
     const std::span<const tjscalingfactor> factors(first, first ? static_cast<std::size_t>(count) : 0);
     Scale best{1, 1, stored};
+    const bool fullSizeFits = isWithin(stored.width, stored.height, kMaxBufferedPixels);
     for (const tjscalingfactor& factor : factors) {
+        if (fullSizeFits && isSlowerThanFullSize(factor)) continue;
         const Scale scale = scaleFrom(factor, stored);
         if (scale.covers(stored, target) && scale.content(stored.width) < best.content(stored.width)) best = scale;
     }
@@ -144,7 +153,7 @@ std::optional<Picture> JPEGDecoder::decodeAt(PixelSize size) const {
 }
 
 std::optional<Picture> JPEGDecoder::decode(PixelSize target) const {
-    const Scale scale = smallestCoveringScale(mJPEG.size, target);
+    const Scale scale = cheapestCoveringScale(mJPEG.size, target);
     if (!isWithin(scale.size.width, scale.size.height, kMaxBufferedPixels)) return std::nullopt;
     std::optional<Picture> picture = decodeAt(scale.size);
     if (picture) picture->setContentSize(scale.content(mJPEG.size.width), scale.content(mJPEG.size.height));
