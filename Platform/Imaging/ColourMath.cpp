@@ -1,6 +1,8 @@
 #include "ColourMath.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <cstdint>
 #include <utility>
 #include <vector>
@@ -56,6 +58,28 @@ Picture flattenedOnWhite(Picture picture) {
 
 static std::uint8_t clamped(int value) {
     return static_cast<std::uint8_t>(std::clamp(value, 0, 255));
+}
+
+/// Moves `centre` to `newCentre` and makes `steps` of the samples 255.
+static std::array<std::uint8_t, 256> spreadTable(int centre, int newCentre, int steps) {
+    std::array<std::uint8_t, 256> table{};
+    for (int value = 0; value < 256; ++value) {
+        const double spread = (value - centre) * 255.0 / steps;
+        table[static_cast<std::size_t>(value)] = clamped(newCentre + static_cast<int>(std::lround(spread)));
+    }
+    return table;
+}
+
+void spreadVideoRange(Picture& picture) {
+    const std::array<std::uint8_t, 256> luma = spreadTable(16, 0, 219);
+    const std::array<std::uint8_t, 256> chroma = spreadTable(128, 128, 224);
+    for (std::size_t index = 0; index < picture.planeCount(); ++index) {
+        const std::array<std::uint8_t, 256>& table = index == 0 ? luma : chroma;
+        Plane& plane = picture.plane(index);
+        for (int y = 0; y < plane.height(); ++y)
+            std::transform(plane.row(y), plane.row(y) + plane.width(), plane.row(y),
+                           [&](std::uint8_t sample) { return table[sample]; });
+    }
 }
 
 // Factors in units of 2⁻¹⁶: 1.402, 0.344136, 0.714136, 1.772.

@@ -79,9 +79,11 @@ Picture scaledPicture(Picture stored, PixelSize size, Sampling sampling, const O
     // Only a resampling mixes the colours of pixels; without one, the premultiplication would lose bits for nothing.
     const bool isWeighted =
         stored.model() == ColourModel::RGBA && !PlaneRequest(stored, target, 0, orientation).keepsSamples();
+    const bool isVideo = stored.layout().range == SampleRange::Video;
     if (isWeighted) premultiply(stored);
     Picture result = resampled(std::move(stored), target, orientation);
     if (isWeighted) unpremultiply(result);
+    if (isVideo) spreadVideoRange(result);
     return orientation.turned(std::move(result));
 }
 

@@ -41,6 +41,32 @@ bool decodeInto(Plane& rows, const Data& data, bool hasAlpha) {
     return decode(data.data(), data.size(), rows.row(0), count, static_cast<int>(rows.stride())) != nullptr;
 }
 
+std::optional<Picture> decodeInterleaved(const Data& data, PixelSize size, bool hasAlpha) {
+    Plane rows({size.width * (hasAlpha ? 4 : 3), size.height});
+    if (!decodeInto(rows, data, hasAlpha)) return std::nullopt;
+    Picture picture({hasAlpha ? ColourModel::RGBA : ColourModel::RGB, size, k444});
+    for (int y = 0; y < size.height; ++y)
+        picture.setRow(y, rows.row(y));
+    return picture;
+}
+
+std::size_t bytesOf(const Plane& plane) {
+    return static_cast<std::size_t>(plane.stride()) * static_cast<std::size_t>(plane.height());
+}
+
+/// As the samples lie in the file: BT.601 in the video range, chroma halved both ways and centred (RFC 6386, 2).
+std::optional<Picture> decodePlanes(const Data& data, PixelSize size) {
+    Picture picture({ColourModel::YCbCr, size, k420, SampleRange::Video});
+    Plane& luma = picture.plane(0);
+    Plane& blue = picture.plane(1);
+    Plane& red = picture.plane(2);
+    const std::uint8_t* decoded = WebPDecodeYUVInto(
+        data.data(), data.size(), luma.row(0), bytesOf(luma), static_cast<int>(luma.stride()), blue.row(0),
+        bytesOf(blue), static_cast<int>(blue.stride()), red.row(0), bytesOf(red), static_cast<int>(red.stride()));
+    if (!decoded) return std::nullopt;
+    return picture;
+}
+
 }  // namespace
 
 std::unique_ptr<const ImageDecoder> WebPDecoder::create(const Data& data) {
@@ -52,16 +78,12 @@ std::unique_ptr<const ImageDecoder> WebPDecoder::create(const Data& data) {
 }
 
 std::optional<Picture> WebPDecoder::decode(PixelSize) const {
+    constexpr int kLossy = 1;
     WebPBitstreamFeatures features;
     if (WebPGetFeatures(data().data(), data().size(), &features) != VP8_STATUS_OK) return std::nullopt;
-    const bool hasAlpha = features.has_alpha != 0;
-    const PixelSize size = header().size;
-    Plane rows({size.width * (hasAlpha ? 4 : 3), size.height});
-    if (!decodeInto(rows, data(), hasAlpha)) return std::nullopt;
-    Picture picture({hasAlpha ? ColourModel::RGBA : ColourModel::RGB, size, k444});
-    for (int y = 0; y < size.height; ++y)
-        picture.setRow(y, rows.row(y));
-    return picture;
+    const bool isPlanar = features.format == kLossy && features.has_alpha == 0;
+    return isPlanar ? decodePlanes(data(), header().size)
+                    : decodeInterleaved(data(), header().size, features.has_alpha != 0);
 }
 
 }  // namespace qv::imaging
