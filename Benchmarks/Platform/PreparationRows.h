@@ -1,0 +1,9 @@
+#pragma once
+
+namespace benchmarksupport {
+
+void addPreparationRows();
+void addPreparationQualityRows();
+void addPreparationMemoryRow();
+
+}  // namespace benchmarksupport
