@@ -47,13 +47,7 @@ TEST(JSON, AnswersAbsentToWhatIsNotThereOrOfAnotherKind) {
 }
 
 TEST(JSON, KeepsPartsWithoutTheWhole) {
-    JSON part;
-    {
-        auto json = read(R"({"a": [{"b": "deep"}]})");
-        ASSERT_TRUE(json);
-        part = json->member("a").elements().front().member("b");
-        json.reset();
-    }
+    const JSON part = read(R"({"a": [{"b": "deep"}]})")->member("a").elements().front().member("b");
     EXPECT_EQ(part.string(), "deep");
 }
 
