@@ -12,6 +12,8 @@ namespace {
 
 constexpr std::size_t kLargestAnswer = std::size_t{32} << 20;
 constexpr std::size_t kCardsPerRequest = 50;
+/// Whoever tells of more cards than this, for each that was asked for, wants to keep us busy.
+constexpr std::size_t kMostAnswers = 4;
 constexpr long kMultistatus = 207;
 constexpr long kUnauthorized = 401;
 constexpr long kMissing = 404;
@@ -88,11 +90,8 @@ bool DAVCollection::visitMatches(std::string_view property, std::string_view tex
     if (!resources || isCut(*resources)) return false;
     std::vector<std::string> hrefs;
     for (DAVResource& resource : *resources) {
-        if (!resource.card) {
-            hrefs.push_back(resource.href);
-        } else if (!show(resource, problems, visit)) {
-            return true;
-        }
+        if (resource.card && !show(resource, problems, visit)) return true;
+        if (!resource.card && member(resource.href, problems)) hrefs.push_back(resource.href);
     }
     visitCards(hrefs, problems, visit);
     return true;
@@ -117,6 +116,10 @@ bool DAVCollection::visitBatch(const std::vector<std::string>& hrefs, Problems& 
                visitBatch({middle, hrefs.end()}, problems, visit);
     }
     if (!resources) return visitSingly(hrefs, problems, visit);
+    if (resources->size() > kMostAnswers * hrefs.size()) {
+        problems.fail(notCardDAV(answer.url));
+        return false;
+    }
     return std::all_of(resources->begin(), resources->end(),
                        [&](DAVResource& resource) { return show(resource, problems, visit); });
 }

@@ -53,8 +53,9 @@ std::optional<DAVDiscovery::Page> DAVDiscovery::ask(const qv::URL& url, bool wit
         kLargestAnswer);
     if (!answer.isSuccess()) {
         const bool saysMuch = answer.failure || answer.status == kUnauthorized || answer.status == kForbidden;
-        const bool isWrongPath = url == mClient.server() && (isGone(answer.status) || answer.status == kForbidden) && url.path() != "/";
-        mIsOver = mIsOver || answer.status == kUnauthorized || isWrongPath;
+        const bool isWrongPath =
+            url == mClient.server() && (isGone(answer.status) || answer.status == kForbidden) && url.path() != "/";
+        mIsOver = mIsOver || answer.isLost || answer.status == kUnauthorized || isWrongPath;
         return fail(answer.error(/*isWriting=*/false), saysMuch ? Weight::Much : Weight::Little);
     }
     auto resources = answer.status == kMultistatus ? resourcesOfMultistatus(answer.body) : std::nullopt;
@@ -71,8 +72,7 @@ std::optional<qv::URL> DAVDiscovery::startingFrom(const qv::URL& url) {
     if (resource.isCollection && page->url.path() != "/") {
         if (auto book = firstBookIn(page->url)) return book;
     }
-    return resource.principal.empty() ? fail(noBook(page->url), Weight::Little)
-                                      : throughUser(*page, resource.principal);
+    return resource.principal.empty() ? fail(noBook(page->url), Weight::Much) : throughUser(*page, resource.principal);
 }
 
 std::optional<qv::URL> DAVDiscovery::throughUser(const Page& page, const std::string& principal) {
@@ -80,7 +80,7 @@ std::optional<qv::URL> DAVDiscovery::throughUser(const Page& page, const std::st
     const std::optional<Page> user = url ? ask(*url, /*withMembers=*/false) : std::nullopt;
     if (!user) return std::nullopt;
     const std::string& home = user->resources.front().home;
-    return home.empty() ? fail(noBook(user->url), Weight::Little) : throughHome(*user, home);
+    return home.empty() ? fail(noBook(user->url), Weight::Much) : throughHome(*user, home);
 }
 
 std::optional<qv::URL> DAVDiscovery::throughHome(const Page& page, const std::string& home) {
@@ -99,7 +99,7 @@ std::optional<qv::URL> DAVDiscovery::firstBookIn(const qv::URL& home) {
         first = asCollection(*url);
         rank = rankOf(resource, *url);
     }
-    return first ? first : fail(noBook(page->url), Weight::Little);
+    return first ? first : fail(noBook(page->url), Weight::Much);
 }
 
 std::optional<qv::URL> DAVDiscovery::resolve(const Page& page, const std::string& href) {
@@ -109,8 +109,8 @@ std::optional<qv::URL> DAVDiscovery::resolve(const Page& page, const std::string
 }
 
 std::nullopt_t DAVDiscovery::fail(qv::Error error, Weight weight) {
-    // Of two that say as much the one about the address that was given is told.
-    const bool laterCounts = mClient.server().path() == "/";
+    // Of two that say little the one about the address that was given is told.
+    const bool laterCounts = weight == Weight::Little && mClient.server().path() == "/";
     if (weight > mWeight || (weight == mWeight && laterCounts)) {
         mError = std::move(error);
         mWeight = weight;

@@ -38,6 +38,7 @@ class DAVDiscovery {
     DAVClient& mClient;
     std::optional<qv::Error> mError;
     Weight mWeight = Weight::None;
-    /// Whoever is refused at one place, or gave a path that leads nowhere, does not want another address book.
+    /// Whoever is not answered or refused at one place is so at the others, and whoever gave a path that leads nowhere
+    /// does not want another address book.
     bool mIsOver = false;
 };
