@@ -6,8 +6,11 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <filesystem>
 #include <latch>
+#include <stdexcept>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -124,8 +127,19 @@ class PlaceholderOnFirstUse : public testing::Test {
 
 void check(bool condition, const char* what) {
     if (condition) return;
-    std::fprintf(stderr, "%s\n", what);
-    std::_Exit(1);
+    throw std::runtime_error(what);
+}
+
+/// Ends the process only after the work is left, so that it takes its folders with it.
+void endWith(void (*work)()) {
+    int status = 0;
+    try {
+        work();
+    } catch (const std::exception& problem) {
+        std::fprintf(stderr, "%s\n", problem.what());
+        status = 1;
+    }
+    std::_Exit(status);
 }
 
 void looksForTheImageUntilItIsThere() {
@@ -140,7 +154,6 @@ void looksForTheImageUntilItIsThere() {
     std::filesystem::remove(resources.path() / kPlaceholderFile);
     check(Generator::placeholderAvatar() == image, "not kept");
     check(Generator::hashStringForPlaceholderAvatar() == hashOf(image, "image/png"), "another hash");
-    std::_Exit(0);
 }
 
 void keepsTheFirstHash() {
@@ -150,7 +163,6 @@ void keepsTheFirstHash() {
     resources.copyFromResources(kPlaceholderFile);
     check(Generator::placeholderAvatar() != nullptr, "not found once it was there");
     check(Generator::hashStringForPlaceholderAvatar() == kHashOfNothing, "another hash later");
-    std::_Exit(0);
 }
 
 void isMadeByEightThreadsAtOnce() {
@@ -170,19 +182,18 @@ void isMadeByEightThreadsAtOnce() {
     const std::string hash = hashOf(placeholderFromItsFile(), "image/png");
     for (const std::string& note : notes)
         check(note == notes[0] && note.find("hash=\"" + hash + "\"") != std::string::npos, "another note");
-    std::_Exit(0);
 }
 
 TEST_F(PlaceholderOnFirstUse, LooksForTheImageUntilItIsThere) {
-    EXPECT_EXIT(looksForTheImageUntilItIsThere(), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(endWith(looksForTheImageUntilItIsThere), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(PlaceholderOnFirstUse, KeepsTheFirstHash) {
-    EXPECT_EXIT(keepsTheFirstHash(), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(endWith(keepsTheFirstHash), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(PlaceholderOnFirstUse, IsMadeByEightThreadsAtOnce) {
-    EXPECT_EXIT(isMadeByEightThreadsAtOnce(), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(endWith(isMadeByEightThreadsAtOnce), testing::ExitedWithCode(0), "");
 }
 
 }  // namespace
