@@ -73,7 +73,8 @@ Result<AddressBookPlace> openOwnFolder(AddressBookOptions::Access access) {
 
 void AddressBookOptions::describe(CLI::App& command) {
     auto* folder =
-        command.add_option("--address-book", mFolder, "Folder of vCards that is the address book (default: your own)");
+        command.add_option("--address-book", mFolder,
+                           "Folder of vCards that is the address book (default: your own, below ~/.local/share)");
     folder->type_name("DIR")->check(objectionToEmpty);
     auto* server = command.add_option("--carddav", mServer, "CardDAV server that holds the address book instead");
     server->type_name("URL")->check(objectionToServer)->excludes(folder);

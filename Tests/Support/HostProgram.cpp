@@ -10,7 +10,10 @@ ProcessCall hostCall(std::vector<std::string> arguments) {
     ProcessCall call;
     call.program = std::filesystem::path(QV_BINARY_DIR) / "bin/qvcardscan";
     call.arguments = std::move(arguments);
-    call.environment = {{"QVCARDSCAN_TOKEN", std::nullopt}, {"QVCARDSCAN_LOG", std::nullopt}};
+    for (const char* variable :
+         {"QVCARDSCAN_TOKEN", "QVCARDSCAN_LOG", "QVCARDSCAN_SEARCH_KEY", "QVCARDSCAN_SEARCH_SECRET",
+          "QVCARDSCAN_PROFILE_SERVICE_KEY", "QVCARDSCAN_CARDDAV_USER", "QVCARDSCAN_CARDDAV_PASSWORD"})
+        call.environment[variable] = std::nullopt;
     return call;
 }
 
