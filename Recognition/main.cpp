@@ -1,26 +1,24 @@
 #include "CardReader.h"
+#include "Program/ServerOptionChecks.h"
+#include "Program/ServerToken.h"
 #include "Server/HTTPServer.h"
 
 #include <CLI/CLI.hpp>
 #include <unistd.h>
 
-#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <iostream>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <string>
 #include <thread>
+#include <utility>
 
 namespace {
 
 using namespace qv::recognition;
-
-constexpr std::size_t kLongestToken = 4096;
 
 struct Arguments {
     ServerOptions server;
@@ -32,15 +30,37 @@ struct Arguments {
     bool isVerbose = false;
 };
 
-int fail(const std::string& message) {
+void say(const std::string& message) {
     std::cerr << "qvcardrecod: " << message << '\n';
+}
+
+int fail(const std::string& message) {
+    say(message);
     return 1;
+}
+
+/// The first word that nothing takes; without its value, which may be a secret.
+std::string unexpected(const CLI::App& app) {
+    const auto words = app.remaining();
+    const std::string word = words.empty() ? "" : words.front();
+    if (word.starts_with('-')) return "There is no option \"" + word.substr(0, word.find('=')) + "\".";
+    return "\"" + word + "\" is not expected: there are only options.";
+}
+
+/// Help and version were asked for; everything else is a wrong call.
+int answer(const CLI::App& app, const CLI::ParseError& problem) {
+    if (problem.get_exit_code() == 0) return app.exit(problem);
+    const bool isUnexpected = dynamic_cast<const CLI::ExtrasError*>(&problem) != nullptr;
+    const std::string message = isUnexpected ? unexpected(app) : problem.what();
+    say(message + (message.ends_with('.') ? "" : ".") + "\nFor help: qvcardrecod --help");
+    return 2;
 }
 
 void declare(CLI::App& app, Arguments& arguments) {
     app.set_version_flag("--version", std::string("qvcardrecod ") + QV_VERSION);
     app.add_option("--port", arguments.server.port, "port to listen on, 0 for the system's choice")
-        ->capture_default_str();
+        ->capture_default_str()
+        ->check(objectionToPort);
     app.add_option("--listen", arguments.server.address, "address to listen on")->capture_default_str();
     app.add_option("--token-file", arguments.tokenFile,
                    "file with the token that requests have to carry in their header \"auth\"");
@@ -58,29 +78,6 @@ void declare(CLI::App& app, Arguments& arguments) {
                  "serve a parent process: token from standard input, port to standard output");
     auto* quiet = app.add_flag("--quiet", arguments.isQuiet, "say nothing but errors");
     app.add_flag("--verbose", arguments.isVerbose, "say more on standard error")->excludes(quiet);
-}
-
-/// The first line of a text, without its end.
-std::string firstLine(std::string text) {
-    text.erase(std::min(text.find_first_of("\r\n"), text.size()));
-    return text;
-}
-
-std::optional<std::string> tokenFromFile(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::string line;
-    if (!file || !std::getline(file, line) || firstLine(line).empty()) return std::nullopt;
-    return firstLine(line);
-}
-
-/// Reads byte by byte: what follows the line belongs to nobody, and its end is what is waited for afterwards.
-std::optional<std::string> tokenFromParent() {
-    std::string line;
-    for (char c = 0; line.size() < kLongestToken && ::read(STDIN_FILENO, &c, 1) == 1 && c != '\n';)
-        line.push_back(c);
-    line = firstLine(line);
-    if (line.empty()) return std::nullopt;
-    return line;
 }
 
 void announce(std::uint16_t port) {
@@ -117,15 +114,22 @@ void stopWithParent(std::shared_ptr<Stopper> stopper) {
     }).detach();
 }
 
+/// Why requests could not be asked for the token that the arguments tell of; empty when they can, or need none.
 std::string takeToken(Arguments& arguments) {
     if (!arguments.isEmbedded && arguments.tokenFile.empty()) return {};
-    const auto token = arguments.isEmbedded ? tokenFromParent() : tokenFromFile(arguments.tokenFile);
-    if (!token) {
-        return arguments.isEmbedded ? "no token on standard input; with --embedded its first line has to be the token"
-                                    : "no token in " + arguments.tokenFile + "; its first line has to be the token";
+    ServerToken taken = arguments.isEmbedded ? ServerToken::fromParent() : ServerToken::fromFile(arguments.tokenFile);
+    arguments.server.token = std::move(taken.token);
+    return taken.problem;
+}
+
+/// Why the server cannot do what the arguments ask for.
+std::string prepare(Arguments& arguments) {
+    if (std::string problem = takeToken(arguments); !problem.empty()) return problem;
+    if (arguments.isEmbedded) {
+        arguments.server.address = "127.0.0.1";
+        arguments.server.port = 0;
     }
-    arguments.server.token = *token;
-    return {};
+    return arguments.debugFolder.empty() ? "" : objectionToDebugFolder(arguments.debugFolder);
 }
 
 int serve(Arguments& arguments) {
@@ -136,11 +140,9 @@ int serve(Arguments& arguments) {
                     (models.empty() ? "the usual folders" : models.string()) +
                     "; install the package tesseract-ocr-eng or name a folder with --tessdata");
     }
-    if (const std::string problem = takeToken(arguments); !problem.empty()) return fail(problem);
-    if (arguments.isEmbedded) {
-        arguments.server.address = "127.0.0.1";
-        arguments.server.port = 0;
-    }
+    if (const std::string problem = prepare(arguments); !problem.empty()) return fail(problem);
+    // Also for those who want nothing but errors: this may become one.
+    if (const std::string warning = warningAbout(arguments.server); !warning.empty()) say(warning);
     const bool isQuiet = arguments.isQuiet;
     const auto log = [isQuiet](std::string_view line) {
         if (!isQuiet) (void)std::fprintf(stderr, "qvcardrecod: %.*s\n", static_cast<int>(line.size()), line.data());
@@ -179,7 +181,7 @@ int main(int argc, char** argv) try {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& problem) {
-        return app.exit(problem) == 0 ? 0 : 2;
+        return answer(app, problem);
     }
     return serve(arguments);
 } catch (const std::exception& problem) {
