@@ -34,7 +34,7 @@ TEST(NoteCommand, PrintsTheContactInfoBlock) {
 
 TEST(NoteCommand, TheContactInfoBlockShowsNoBrokenPicture) {
     const auto result = runHost({"note", hostData("front.xml"), "--contact-info"});
-    EXPECT_THAT(result.output, HasSubstr(".qv-info-head img[src=\"\"]{display:none}"));
+    EXPECT_THAT(result.output, HasSubstr(".qv-info-head img[id=\"\"]{display:none}"));
 }
 
 TEST(NoteCommand, StandardInputIsReadOnce) {
