@@ -9,6 +9,7 @@
 #include "QVSocialSearch/QVSocialSearchTypes.h"
 
 #include <cstdint>
+#include <memory>
 
 /// Where a profile, its title or its company comes from: one bit each, so that a merged profile tells all of them.
 enum QVSocialProfileSource : std::int32_t {
@@ -23,6 +24,8 @@ enum QVSocialProfileSource : std::int32_t {
     QVSocialProfileSourceWebFinger = 16,
     // Up to 128: this library's own providers, from 256 on those of hosts.
 };
+
+struct QVRecordAsRead;
 
 /// What is known of a person from elsewhere than the card. Everything is absent or empty until set. A value: copies are
 /// independent of each other. Not synchronised: one thread at a time while it changes.
@@ -43,6 +46,11 @@ class QV_EXPORT QVSocialProfile : public qv::Object {
     /// makes a new one.
     const QVString& addressBookUID() const { return mAddressBookUID; }
     void setAddressBookUID(QVString addressBookUID) { mAddressBookUID = std::move(addressBookUID); }
+
+    /// What the record said when an address book of this library read the profile from it; null for any other profile.
+    /// A save leaves alone what the profile still says the same, so that what others have changed meanwhile stays.
+    const std::shared_ptr<const QVRecordAsRead>& recordAsRead() const { return mRecordAsRead; }
+    void setRecordAsRead(std::shared_ptr<const QVRecordAsRead> record) { mRecordAsRead = std::move(record); }
 
     /// The person's name as it is shown.
     const QVString& formattedName() const { return mFormattedName; }
@@ -106,6 +114,7 @@ class QV_EXPORT QVSocialProfile : public qv::Object {
   private:
     std::int32_t mProfileType = 0;
     QVString mAddressBookUID;
+    std::shared_ptr<const QVRecordAsRead> mRecordAsRead;
     QVString mFormattedName;
     QVString mJobTitle;
     std::int32_t mJobTitleSource = 0;

@@ -69,6 +69,8 @@ void mergeTexts(QVSocialProfile& own, const QVSocialProfile& other) {
 
 void merge(QVSocialProfile& own, const QVSocialProfile& other) {
     own.setProfileType(own.profileType() | other.profileType());
+    // It goes with the UID.
+    if (isEmpty(own.addressBookUID())) own.setRecordAsRead(other.recordAsRead());
     mergeTexts(own, other);
     mergeWork(own, other);
     mergeLists(own, other);

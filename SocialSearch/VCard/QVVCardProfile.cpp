@@ -1,5 +1,6 @@
 #include "QVSocialSearch/QVVCardProfile.h"
 
+#include "AddressBook/QVRecordAsRead.h"
 #include "Merging/EntryMeaning.h"
 #include "VCard/CardAddress.h"
 #include "VCard/CardLabels.h"
@@ -101,10 +102,14 @@ std::shared_ptr<QVSocialProfile> profileOfCard(const QVVCard& card, const std::s
     profile->setAddressList(addressesOfCard(card));
     readLinks(card, *profile);
     profile->setAddressBookAvatarData(pictureOfCard(card));
+    profile->setRecordAsRead(recordAsRead(*profile));
     return profile;
 }
 
-void updateCard(QVVCard& card, const QVSocialProfile& profile, const std::string& UID) {
+void updateCard(QVVCard& card, const QVSocialProfile& fullProfile, const std::string& UID) {
+    // A card that is made anew has nothing of what was read.
+    const bool isNew = card.properties().size() <= 1;
+    const QVSocialProfile profile = isNew ? fullProfile : changesSinceRead(fullProfile);
     if (!uidOfCard(card)) writeText(card, "UID", UID);
     writeName(card, profile);
     writeText(card, "TITLE", profile.jobTitle());

@@ -23,8 +23,9 @@ QV_EXPORT bool cardHasEmailAddress(const QVVCard& card, const std::string& addre
 QV_EXPORT std::shared_ptr<QVSocialProfile> profileOfCard(const QVVCard& card, const std::string& UID);
 
 /// Writes what the profile says into the card: name, title, company, pages and picture replace the card's, the entries
-/// of the lists are added when the card has none of that meaning. Nothing is ever taken away, and lines that say
-/// the same already stay as they are. Afterwards the card has a UID (`UID` if it had none), FN and N.
+/// of the lists are added when the card has none of that meaning. What the profile was read with (`recordAsRead`)
+/// replaces nothing: the card may say something newer. Nothing is ever taken away, and lines that say the same already
+/// stay as they are. Afterwards the card has a UID (`UID` if it had none), FN and N.
 QV_EXPORT void updateCard(QVVCard& card, const QVSocialProfile& profile, const std::string& UID);
 
 /// Whether there is anything in the profile that a card would hold.
