@@ -47,7 +47,7 @@ std::optional<qv::URL> QVCardDAVAddressBook::State::server(Problems& problems) c
 std::optional<qv::URL> QVCardDAVAddressBook::State::findCollection(DAVClient& client, Problems& problems) {
     if (auto known = collection.load()) return known;
     DAVDiscovery discovery(client);
-    const auto found = discovery.collection();
+    auto found = discovery.collection();
     if (found) {
         collection.store(found);
     } else if (discovery.error()) {

@@ -54,7 +54,7 @@ std::shared_ptr<QVVeltoContact> KnownContacts::contactFor(const Person& person) 
     const QVString UID = match.record->addressBookUID();
     mMerged = MergedContact{UID, Person::of(*match.record), mPlace.locate(UID.value_or("")),
                             match.outcome == ContactMatch::Outcome::ByEmail};
-    const auto contact = contactOfRecord(*match.record);
+    auto contact = contactOfRecord(*match.record);
     removeEmails(*contact, person.emails);
     return contact;
 }

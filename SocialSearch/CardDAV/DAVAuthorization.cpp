@@ -41,7 +41,7 @@ std::string takeQuoted(std::string_view& text) {
 }
 
 std::string takeWord(std::string_view& text, std::string_view end) {
-    const std::string word(text.substr(0, text.find_first_of(end)));
+    std::string word(text.substr(0, text.find_first_of(end)));
     text.remove_prefix(word.size());
     return word;
 }
@@ -67,7 +67,7 @@ std::string quoted(const std::string& text) {
 
 std::string eightDigits(std::uint32_t number) {
     std::array<char, 16> text{};
-    std::snprintf(text.data(), text.size(), "%08x", static_cast<unsigned>(number));
+    (void)std::snprintf(text.data(), text.size(), "%08x", static_cast<unsigned>(number));
     return text.data();
 }
 

@@ -120,7 +120,7 @@ qv::HTTPResponse DAVClient::transfer(const DAVRequest& request, std::size_t maxi
 std::optional<qv::URL> DAVClient::target(DAVAnswer& answer, const qv::HTTPResponse& response) const {
     const std::string location = headerOf(response, "location");
     if (!isRedirect(response.status) || location.empty()) return std::nullopt;
-    const auto url = qv::URL::URLWithString(location, /*relativeToURL=*/answer.url);
+    auto url = qv::URL::URLWithString(location, /*relativeToURL=*/answer.url);
     if (url && mServer.isSameOriginAs(*url)) return url;
     answer.failure = elsewhere(answer.url, url);
     return std::nullopt;

@@ -179,7 +179,7 @@ bool DAVCollection::isUnchanged(const DAVReading& reading) {
 }
 
 std::optional<qv::URL> DAVCollection::member(const std::string& href, Problems& problems) const {
-    const auto url = qv::URL::URLWithString(href, /*relativeToURL=*/mURL);
+    auto url = qv::URL::URLWithString(href, /*relativeToURL=*/mURL);
     if (url && isMember(mURL, *url)) return url;
     const bool isCollection = url && mURL.isSameOriginAs(*url) && plainPath(asCollection(*url)) == plainPath(mURL);
     if (!isCollection) {

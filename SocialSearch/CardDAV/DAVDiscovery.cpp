@@ -103,7 +103,7 @@ std::optional<qv::URL> DAVDiscovery::firstBookIn(const qv::URL& home) {
 }
 
 std::optional<qv::URL> DAVDiscovery::resolve(const Page& page, const std::string& href) {
-    const auto url = qv::URL::URLWithString(href, /*relativeToURL=*/page.url);
+    auto url = qv::URL::URLWithString(href, /*relativeToURL=*/page.url);
     if (url && mClient.server().isSameOriginAs(*url)) return url;
     return fail(elsewhere(page.url, url), Weight::Much);
 }
