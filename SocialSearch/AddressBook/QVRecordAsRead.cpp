@@ -22,7 +22,7 @@ std::shared_ptr<const QVRecordAsRead> recordAsRead(const QVSocialProfile& profil
 
 QVSocialProfile changesSinceRead(const QVSocialProfile& profile) {
     QVSocialProfile changes = profile;
-    const auto record = profile.recordAsRead();
+    const auto& record = profile.recordAsRead();
     if (!record) return changes;
     if (changes.formattedName() == record->formattedName) changes.setFormattedName(std::nullopt);
     if (changes.jobTitle() == record->jobTitle) changes.setJobTitle(std::nullopt);
