@@ -1,0 +1,6 @@
+#include "Source/SourceRows.h"
+
+namespace benchmarksupport {
+void addPipelineRows() {
+}
+}  // namespace benchmarksupport

@@ -1,0 +1,10 @@
+#pragma once
+
+namespace benchmarksupport {
+
+void addParserRows();
+void addTextRows();
+void addNoteRows();
+void addPipelineRows();
+
+}  // namespace benchmarksupport
