@@ -3,6 +3,8 @@
 #include <dlfcn.h>
 
 #include <array>
+#include <functional>
+#include <map>
 #include <mutex>
 #include <system_error>
 #include <utility>
@@ -17,6 +19,8 @@ namespace {
 struct State {
     std::mutex mutex;
     fs::path folder;
+    /// Where the resources of a loaded file were found, by its name.
+    std::map<std::string, fs::path, std::less<>> found;
 };
 
 State& state() {
@@ -29,11 +33,28 @@ fs::path replacementFolder() {
     return state().folder;
 }
 
-/// The file of the library or program that holds an address, without links.
-fs::path fileHoldingAddress(const void* address) {
-    std::error_code error;
+// Looking takes many times longer than reading a note's template does, so what was found is kept.
+fs::path foundFolder(std::string_view name) {
+    const std::lock_guard lock(state().mutex);
+    const auto entry = state().found.find(name);
+    return entry == state().found.end() ? fs::path() : entry->second;
+}
+
+void keepFoundFolder(std::string_view name, const fs::path& folder) {
+    const std::lock_guard lock(state().mutex);
+    state().found.insert_or_assign(std::string(name), folder);
+}
+
+/// What the loader calls the file that holds an address; empty when none does.
+std::string_view nameOfFileHoldingAddress(const void* address) {
     Dl_info info{};
-    const fs::path named = ::dladdr(address, &info) != 0 && info.dli_fname ? info.dli_fname : "";
+    return ::dladdr(address, &info) != 0 && info.dli_fname ? info.dli_fname : "";
+}
+
+/// The file of a library or program that the loader calls so, without links.
+fs::path fileNamed(std::string_view name) {
+    std::error_code error;
+    const fs::path named(name);
     if (named.has_parent_path()) {
         if (fs::path file = fs::canonical(named, error); !error) return file;
     }
@@ -64,10 +85,14 @@ bool isInsideBuild(const fs::path& file) {
 
 Bundle Bundle::bundleForAddress(const void* address) {
     if (fs::path folder = replacementFolder(); !folder.empty()) return Bundle(std::move(folder));
-    const fs::path file = fileHoldingAddress(address);
-    if (fs::path folder = installedFolder(file); !folder.empty()) return Bundle(std::move(folder));
-    if (isInsideBuild(file)) return Bundle(QV_SOURCE_RESOURCES);
-    return Bundle(file.parent_path().parent_path() / "share" / "QVCardScan");
+    const std::string_view name = nameOfFileHoldingAddress(address);
+    if (fs::path folder = foundFolder(name); !folder.empty()) return Bundle(std::move(folder));
+    const fs::path file = fileNamed(name);
+    fs::path folder = installedFolder(file);
+    if (folder.empty() && isInsideBuild(file)) folder = QV_SOURCE_RESOURCES;
+    if (folder.empty()) return Bundle(file.parent_path().parent_path() / "share" / "QVCardScan");
+    keepFoundFolder(name, folder);
+    return Bundle(std::move(folder));
 }
 
 fs::path Bundle::pathForResource(std::string_view name, std::string_view ofType) const {
