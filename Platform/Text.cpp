@@ -2,11 +2,12 @@
 
 #include "TextUnits.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unicode/utf16.h>
+#include <unistd.h>
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
+#include <cerrno>
 
 namespace qv::Text {
 
@@ -29,6 +30,39 @@ void appendUTF8(std::string& text, UChar32 character) {
     U8_APPEND_UNSAFE(bytes, count, character);
     text.append(bytes, count);
 }
+
+/// Owns a descriptor.
+class OpenFile {
+  public:
+    explicit OpenFile(int descriptor) : mDescriptor(descriptor) {}
+    ~OpenFile() {
+        if (mDescriptor >= 0) ::close(mDescriptor);
+    }
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+
+    /// Nothing when it could not be opened or is no plain file.
+    std::optional<std::size_t> plainSize() const {
+        struct stat status {};
+        if (mDescriptor < 0 || ::fstat(mDescriptor, &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+        return static_cast<std::size_t>(status.st_size);
+    }
+    /// Reads as much as the text is long; a file that has become shorter shortens it.
+    bool fill(std::string& text) const {
+        std::size_t filled = 0;
+        while (filled < text.size()) {
+            const ssize_t count = ::read(mDescriptor, text.data() + filled, text.size() - filled);
+            if (count < 0 && errno == EINTR) continue;
+            if (count < 0) return false;
+            if (count == 0) text.resize(filled);
+            filled += static_cast<std::size_t>(count);
+        }
+        return true;
+    }
+
+  private:
+    int mDescriptor;
+};
 
 bool isStrictUTF8(std::string_view text) {
     std::size_t index = asciiPrefixLength(text);
@@ -72,14 +106,13 @@ std::optional<std::string> stringFromUTF8(const Data& bytes) {
     return text;
 }
 
+// Anything but a plain file (a device, a pipe) may never end; a pipe that nobody writes to is not waited for either.
 std::optional<std::string> stringWithContentsOfFile(const std::string& path) {
-    // Anything but a plain file (a device, a pipe) may never end.
-    std::error_code failure;
-    if (!std::filesystem::is_regular_file(path, failure)) return std::nullopt;
-    std::ifstream file(path, std::ios::binary);
-    if (!file) return std::nullopt;
-    std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    if (file.bad() || !isStrictUTF8(text)) return std::nullopt;
+    const OpenFile file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const std::optional<std::size_t> size = file.plainSize();
+    if (!size) return std::nullopt;
+    std::string text(*size, '\0');
+    if (!file.fill(text) || !isStrictUTF8(text)) return std::nullopt;
     return text;
 }
 
