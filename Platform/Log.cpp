@@ -32,8 +32,10 @@ void writeToSystemLog(std::string_view message) {
 struct State {
     std::mutex mutex;
     std::shared_ptr<const Log::Sink> sink = std::make_shared<const Log::Sink>(writeToSystemLog);
-    std::atomic<bool> enabled{true};
 };
+
+/// Beside the state, so that a question costs one load: an answer of a million items asks three million times.
+constinit std::atomic<bool> gIsEnabled{true};
 
 State& state() {
     static State* const shared = new State;
@@ -47,7 +49,7 @@ void Log::setSink(Sink sink) {
     auto replacement = std::make_shared<const Sink>(std::move(sink));
     const std::lock_guard lock(state().mutex);
     state().sink.swap(replacement);
-    state().enabled = enabled;
+    gIsEnabled = enabled;
 }
 
 void Log::useSystemLog() {
@@ -55,7 +57,7 @@ void Log::useSystemLog() {
 }
 
 bool Log::isEnabled() {
-    return state().enabled;
+    return gIsEnabled;
 }
 
 void Log::write(std::string_view message) {
