@@ -21,16 +21,20 @@ std::size_t placeLength(std::string_view text) {
 }  // namespace
 
 std::string fillFormat(std::string_view format, std::initializer_list<std::string_view> arguments) {
+    std::size_t length = format.size();
+    for (const std::string_view argument : arguments)
+        length += argument.size();
     std::string filled;
+    filled.reserve(length);
     const auto* argument = arguments.begin();
     while (!format.empty()) {
         const std::size_t percent = format.find('%');
         filled += format.substr(0, percent);
         if (percent == std::string_view::npos) break;
         format.remove_prefix(percent);
-        if (const std::size_t length = placeLength(format)) {
+        if (const std::size_t place = placeLength(format)) {
             filled += argument == arguments.end() ? kAbsent : *argument++;
-            format.remove_prefix(length);
+            format.remove_prefix(place);
         } else {
             filled += '%';
             format.remove_prefix(format.substr(0, 2) == "%%" ? 2 : 1);
