@@ -5,6 +5,7 @@
 #include <expat.h>
 
 #include <algorithm>
+#include <cstring>
 #include <exception>
 #include <memory>
 #include <new>
@@ -117,20 +118,29 @@ class Run {
 
     void start(const XML_Char* name, const XML_Char** attributes) {
         if (++mDepth > kMaximumDepth) return stop();
-        mName = name;
-        const XML_Char** const defaults = attributes + XML_GetSpecifiedAttributeCount(mParser.get());
+        setName(name);
         std::map<std::string, std::string> map;
+        if (*attributes) collect(attributes, map);
+        if (!mStopped) mDelegate.didStartElement(mName, map);
+    }
+
+    void collect(const XML_Char** attributes, std::map<std::string, std::string>& map) {
+        const XML_Char** const defaults = attributes + XML_GetSpecifiedAttributeCount(mParser.get());
         for (; *attributes && !mStopped; attributes += 2) {
             const auto& [key, value] = *map.emplace(attributes[0], attributes[1]).first;
             if (attributes >= defaults) countDefault(key.size() + value.size());
         }
-        if (!mStopped) mDelegate.didStartElement(mName, map);
+    }
+
+    // Most events are about the element of the event before.
+    void setName(const XML_Char* name) {
+        if (std::strcmp(mName.c_str(), name) != 0) mName = name;
     }
 
     static void endElement(void* userData, const XML_Char* name) {
         guarded(userData, [=](Run& run) {
             --run.mDepth;
-            run.mName = name;
+            run.setName(name);
             run.mDelegate.didEndElement(run.mName);
         });
     }
