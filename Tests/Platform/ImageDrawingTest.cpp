@@ -5,6 +5,8 @@
 
 #include <cmath>
 #include <limits>
+#include <optional>
+#include <vector>
 
 namespace {
 
@@ -92,6 +94,29 @@ TEST(ImageDrawingEnlarged, KeepsFlatColoursExact) {
     for (const int side : {1, 2, 3, 5}) {
         const Pixels large = pixelsOf(Image::initWithSize({100, 77}, imageOf(Pixels(side, side, kBlue))));
         EXPECT_EQ(large.rgba, Pixels(100, 77, kBlue).rgba) << side;
+    }
+}
+
+// What is kept from one drawing to the next must not show.
+TEST(ImageDrawingOfManySizes, GivesTheSameBytesAgain) {
+    const auto image = imageOf(photograph(60, 40));
+    std::vector<std::optional<qv::Data>> first;
+    for (int round = 0; round < 2; ++round) {
+        for (int width = 10; width < 40; ++width) {
+            const auto drawn = Image::initWithSize({width + 0.0, 30}, image)->TIFFRepresentation();
+            ASSERT_TRUE(drawn);
+            if (round == 0) first.push_back(drawn);
+            EXPECT_EQ(drawn, first[static_cast<std::size_t>(width - 10)]) << width;
+        }
+    }
+}
+
+// Its samples lie in a narrower range than those of the other formats.
+TEST(ImageDrawingOfLossyWebP, ReachesBlackAndWhite) {
+    for (const Colour colour : {Colour{0, 0, 0, 255}, kWhite}) {
+        const auto image = Image::initWithData(makeWebP(Pixels(32, 24, colour), {.isLossless = false}));
+        EXPECT_LE(distance(pixelsOf(image).colour(16, 12), colour), 1);
+        EXPECT_LE(distance(pixelsOf(Image::initWithSize({13, 7}, image)).colour(6, 3), colour), 1);
     }
 }
 
