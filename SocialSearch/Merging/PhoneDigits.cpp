@@ -1,10 +1,9 @@
 #include "Merging/PhoneDigits.h"
 
-#include "QVPlatform/Text.h"
+#include "Merging/PhoneText.h"
 
 #include <algorithm>
 #include <array>
-#include <optional>
 
 namespace {
 
@@ -14,31 +13,10 @@ constexpr std::size_t kShortestSubscriber = 4;
 constexpr std::size_t kShortestWithCountryCode = 11;
 constexpr std::size_t kLongestExtension = 7;
 
-bool isDigit(char16_t unit) {
-    return unit >= u'0' && unit <= u'9';
-}
-
-/// Digits of other scripts as the ASCII ones.
-char16_t asciiDigit(char16_t unit) {
-    constexpr std::array<char16_t, 4> kZeros = {u'\u0660', u'\u06F0', u'\u0966', u'\uFF10'};
-    for (const char16_t zero : kZeros) {
-        if (unit >= zero && unit <= zero + 9) return static_cast<char16_t>(u'0' + (unit - zero));
-    }
-    return unit == u'\uFF0B' ? u'+' : unit;
-}
-
-/// The key that a letter is printed on.
-std::optional<char> keyOf(char16_t unit) {
-    constexpr std::string_view kKeys = "22233344455566677778889999";
-    if (isDigit(unit)) return static_cast<char>(unit);
-    if (unit >= u'a' && unit <= u'z') return kKeys[static_cast<std::size_t>(unit - u'a')];
-    return std::nullopt;
-}
-
 std::string keysOf(std::u16string_view text) {
     std::string keys;
     for (const char16_t unit : text) {
-        if (const auto key = keyOf(unit)) keys.push_back(*key);
+        if (const auto key = phoneKeyOf(unit)) keys.push_back(*key);
     }
     return keys;
 }
@@ -52,7 +30,7 @@ std::string takeExtension(std::u16string_view& text) {
     constexpr std::array<std::u16string_view, 8> kMarks = {u"extension", u"extn", u"ext", u"durchwahl",
                                                            u"x",         u"#",    u",",   u";"};
     std::size_t begin = text.size();
-    while (begin > 0 && isDigit(text[begin - 1]))
+    while (begin > 0 && isPhoneDigit(text[begin - 1]))
         --begin;
     const std::u16string_view digits = text.substr(begin);
     if (digits.empty() || digits.size() > kLongestExtension) return {};
@@ -62,20 +40,11 @@ std::string takeExtension(std::u16string_view& text) {
     for (const auto mark : kMarks) {
         if (!endsWith(before, mark)) continue;
         const auto number = before.substr(0, before.size() - mark.size());
-        if (std::none_of(number.begin(), number.end(), isDigit)) return {};
+        if (std::none_of(number.begin(), number.end(), isPhoneDigit)) return {};
         text = number;
         return keysOf(digits);
     }
     return {};
-}
-
-std::u16string readable(std::string_view text) {
-    std::u16string units = qv::Text::lowercased(qv::Text::utf16(text));
-    std::transform(units.begin(), units.end(), units.begin(), asciiDigit);
-    const auto isTrailing = [](char16_t unit) { return !isDigit(unit) && !keyOf(unit); };
-    while (!units.empty() && isTrailing(units.back()))
-        units.pop_back();
-    return units;
 }
 
 bool takePrefix(std::string& digits, std::string_view prefix, std::size_t leastRest) {
@@ -126,9 +95,9 @@ bool isCountryCodeApart(std::string_view international, std::string_view nationa
 
 PhoneDigits PhoneDigits::fromText(std::string_view text) {
     PhoneDigits number;
-    const std::u16string units = readable(text);
+    const std::u16string units = readablePhoneText(text);
     std::u16string_view view = units;
-    if (std::none_of(view.begin(), view.end(), isDigit)) return number;
+    if (std::none_of(view.begin(), view.end(), isPhoneDigit)) return number;
     number.extension = takeExtension(view);
     const bool hasPlus = view.find(u'+') != std::u16string_view::npos;
     std::u16string main(view);
