@@ -37,8 +37,11 @@ std::chrono::nanoseconds nanosecondsFromSeconds(double seconds) {
     return std::chrono::nanoseconds(static_cast<Count>(count));
 }
 
-/// A step that looks a record up and removes it runs on the main executor only, so that two never overlap.
-void runOnMain(const std::shared_ptr<qv::MainExecutor>& executor, std::function<void()> step) {
+/// A step that looks a record up and removes it runs on the main executor only, so that two never overlap. The
+/// executor is not owned: it may hold the very search that calls this, until the search is answered.
+void runOnMain(const std::weak_ptr<qv::MainExecutor>& mainExecutor, std::function<void()> step) {
+    const auto executor = mainExecutor.lock();
+    if (!executor) return;
     executor->isMainThread() ? step() : executor->dispatchAsync(std::move(step));
 }
 
@@ -66,7 +69,8 @@ void QVBizCardManager::startLinkedInSearchFromCardProcessingResponse(
     response->setWillStartLinkedInSearch(true);
     auto request = searchRequestFromCardProcessingResponse(response);
     QVSocialSearchManager::sharedManager()->addSearchByRequest(
-        std::move(request), [searches = mSocialSearches, executor = qv::MainQueue::executor()](auto searchResponse) {
+        std::move(request),
+        [searches = mSocialSearches, executor = std::weak_ptr(qv::MainQueue::executor())](auto searchResponse) {
             runOnMain(executor, [searches, searchResponse] { searches->complete(searchResponse); });
         });
 }

@@ -264,6 +264,19 @@ TEST_F(SocialSearchTest, TakesAnAnswerInsideTheCall) {
     EXPECT_EQ(mHeard.size(), 1U);
 }
 
+TEST_F(SocialSearchTest, DropsAnAnswerWhenTheMainExecutorIsGone) {
+    auto own = std::make_shared<qv::PumpedExecutor>();
+    const auto before = qv::MainQueue::executor();
+    qv::MainQueue::setExecutor(own);
+    mManager->addSocialSearchRequestFromCardProcessingResponse(scannedCard());
+    qv::MainQueue::setExecutor(before);
+    const std::weak_ptr<qv::PumpedExecutor> gone = own;
+    own.reset();
+    EXPECT_TRUE(gone.expired()) << "a search that waits does not hold it";
+    mSearch->answer(0, nullptr);
+    EXPECT_THAT(mHeard, IsEmpty()) << "its time-out went with it";
+}
+
 TEST_F(SocialSearchTest, MayBeAskedAgainByAnObserver) {
     const auto again = qv::NotificationCenter::defaultCenter().addObserverForName(
         "QVSocialSearchFinishedNotification", [this](const auto&) {
