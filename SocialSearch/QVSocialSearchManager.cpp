@@ -54,7 +54,9 @@ void QVSocialSearchManager::addSearchByRequest(std::shared_ptr<QVSocialSearchReq
         answerNothingFound(request ? request->requestID() : std::nullopt, std::move(completion));
         return;
     }
-    ProviderSearch::start(std::move(request), desks, kTimeForProviders, std::move(completion));
+    // A copy: whoever asks may use the request for the next search meanwhile.
+    ProviderSearch::start(std::make_shared<const QVSocialSearchRequest>(*request), desks, kTimeForProviders,
+                          std::move(completion));
 }
 
 QVSocialSearchManager::Desks QVSocialSearchManager::desksForSearch() const {

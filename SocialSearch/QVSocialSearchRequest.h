@@ -4,7 +4,8 @@
 #include "QVPlatform/Object.h"
 #include "QVSocialSearch/QVSocialSearchTypes.h"
 
-/// A search for the person behind one e-mail address. Set up by whoever asks; not changed once it was handed over.
+/// A search for the person behind one e-mail address. Set up by whoever asks, and theirs again once it was handed over.
+/// Not synchronised.
 class QV_EXPORT QVSocialSearchRequest : public qv::Object {
   public:
     QVSocialSearchRequest() = default;

@@ -43,6 +43,27 @@ TEST_F(QVSocialSearchThreadsTest, AsksSideBySide) {
     EXPECT_EQ(found()->jobTitle(), "One");
 }
 
+TEST_F(QVSocialSearchThreadsTest, TakesTheRequestAsItIsWhenItIsHandedOver) {
+    const auto gate = std::make_shared<Gate>();
+    mManager->addProvider(provider([=](const QVSocialSearchRequest& asked) {
+        gate->wait();
+        return social::profile(asked.requestID());
+    }));
+    const auto reused = request("jo@example.com", "note-1");
+    search(reused);
+    reused->setRequestID("note-2");
+    search(reused);
+    reused->setRequestID(std::nullopt);
+    gate->open();
+    ASSERT_TRUE(mMain.pumpUntil([this] { return mResponses.size() == 2; }));
+    std::vector<QVString> tags;
+    for (const auto& response : mResponses) {
+        tags.push_back(response->requestID());
+        EXPECT_EQ(response->mergedSocialProfile()->formattedName(), response->requestID());
+    }
+    EXPECT_THAT(tags, testing::UnorderedElementsAre("note-1", "note-2"));
+}
+
 TEST_F(QVSocialSearchThreadsTest, DoesWithoutASlowProviderAfterThreeSeconds) {
     const auto gate = std::make_shared<Gate>();
     const auto ended = std::make_shared<Gate>();
