@@ -21,7 +21,8 @@ class ProviderDesk;
 /// professional network (source 1) comes before all others. Lists are joined in that order, without duplicates.
 ///
 /// A provider that fails, throws or is late costs its own part only; one that has too many look-ups unfinished is not
-/// asked. Links other than http and https are dropped, and labels lose the characters of markup.
+/// asked. Links other than http and https are dropped, labels lose the characters of markup, and of
+/// each kind of entry the first 500 are taken.
 ///
 /// Any thread may call.
 class QV_EXPORT QVSocialSearchManager : public qv::Object {
@@ -44,7 +45,7 @@ class QV_EXPORT QVSocialSearchManager : public qv::Object {
 
     /// `addSearchByRequest:completion:` Starts a search and calls the completion once on the process's main executor,
     /// never inside this call, at the latest when the providers' time is over. A null request, or one whose address is
-    /// absent or blank, is answered at once with nothing found.
+    /// absent or blank, is answered at once with nothing found. The request is taken as it is now.
     virtual void addSearchByRequest(std::shared_ptr<QVSocialSearchRequest> request, Completion completion);
 
     /// The providers beside the address book, in their order of trust; null ones are left out.

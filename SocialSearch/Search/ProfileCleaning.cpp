@@ -6,6 +6,20 @@
 
 namespace {
 
+/// Nobody has more of one kind. All of them are compared, and written, on the host's main thread.
+constexpr std::size_t kMostEntries = 500;
+
+/// Each entry of a list made anew, as far as it is kept.
+template <typename List, typename Make>
+List firstEntries(const List& list, Make make) {
+    List kept;
+    for (const auto& entry : list) {
+        if (kept.size() == kMostEntries) break;
+        kept.push_back(make(*entry));
+    }
+    return kept;
+}
+
 QVString cleanLink(const QVString& link) {
     const auto url = link ? qv::URL::URLWithString(*link) : std::nullopt;
     if (!url || url->host().empty()) return std::nullopt;
@@ -20,20 +34,15 @@ QVString cleanLabel(QVString label) {
 }
 
 void cleanLists(QVSocialProfile& profile) {
-    QVEmailList emails;
-    for (const auto& email : profile.emailAddresses())
-        emails.push_back(QVEmail::emailWithLabel(cleanLabel(email->label()), email->address()));
-    profile.setEmailAddresses(emails);
-    QVPhoneNumberList phones;
-    for (const auto& phone : profile.phoneNumbers())
-        phones.push_back(QVPhoneNumber::phoneNumberWithNumber(phone->number(), cleanLabel(phone->type())));
-    profile.setPhoneNumbers(phones);
-    QVPostalAddressList addresses;
-    for (const auto& address : profile.addressList()) {
-        addresses.push_back(
-            QVPostalAddress::addressWithLabel(cleanLabel(address->label()), address->formattedAddress()));
-    }
-    profile.setAddressList(std::move(addresses));
+    profile.setEmailAddresses(firstEntries(profile.emailAddresses(), [](const QVEmail& email) {
+        return QVEmail::emailWithLabel(cleanLabel(email.label()), email.address());
+    }));
+    profile.setPhoneNumbers(firstEntries(profile.phoneNumbers(), [](const QVPhoneNumber& phone) {
+        return QVPhoneNumber::phoneNumberWithNumber(phone.number(), cleanLabel(phone.type()));
+    }));
+    profile.setAddressList(firstEntries(profile.addressList(), [](const QVPostalAddress& address) {
+        return QVPostalAddress::addressWithLabel(cleanLabel(address.label()), address.formattedAddress());
+    }));
 }
 
 }  // namespace

@@ -72,12 +72,88 @@ TEST_F(QVSocialSearchMergeTest, PutsAProfessionalNetworksWorkFirst) {
     EXPECT_EQ(found()->companySource(), 4);
 }
 
+TEST_F(QVSocialSearchMergeTest, KeepsTheFirstOfSeveralProfessionalNetworks) {
+    QVSocialSearchManager::Providers networks;
+    for (const char* title : {"", "First Title", "Second Title"}) {
+        const auto network = social::profile(std::nullopt, 1);
+        network->setJobTitle(title);
+        network->setJobTitleSource(1);
+        networks.push_back(finding(network));
+    }
+    mManager->setProviders(networks);
+    search();
+    ASSERT_TRUE(waitForAnswer());
+    EXPECT_EQ(found()->jobTitle(), "First Title");
+    EXPECT_EQ(found()->jobTitleSource(), 1);
+}
+
+TEST_F(QVSocialSearchMergeTest, JoinsTheListsAndFillsWhatIsMissing) {
+    const auto first = social::profile(std::nullopt, 4);
+    first->setProfileURLFacebook("https://example.com/fb1");
+    first->setAvatarURLFacebookBig("https://example.com/fb1.png");
+    first->mergeWithTwitterSet(social::handles({"one"}));
+    first->mergeWithPhoneNumberSet(social::phones({{"First", "555-0100"}}));
+    first->setAddressList({QVPostalAddress::addressWithLabel("Work", "1 Main St")});
+    first->setAddressBookAvatarData(social::bytes("own"));
+    const auto second = social::profile("", 8);
+    second->setAddressBookUID("uid-2");
+    second->setProfileURLLinkedInPublic("https://example.com/in2");
+    second->setProfileURLFacebook("https://example.com/fb2");
+    second->setAvatarURLLinkedIn("https://example.com/in2.png");
+    second->setAvatarURLFacebookBig("https://example.com/fb2.png");
+    second->mergeWithTwitterSet(social::handles({"@One", "two"}));
+    second->mergeWithPhoneNumberSet(social::phones({{"Second", "555 0100"}, {"Second", "555-0199"}}));
+    second->setAddressList({QVPostalAddress::addressWithLabel("Work", "1 Main St"),
+                            QVPostalAddress::addressWithLabel("Home", "2 Side St")});
+    second->setAddressBookAvatarData(social::bytes("other"));
+    mManager->setProviders({finding(first), finding(nullptr), finding(second), finding(social::profile("Third", 16))});
+    search();
+    ASSERT_TRUE(waitForAnswer());
+    EXPECT_EQ(found()->profileType(), 4 + 8 + 16);
+    EXPECT_EQ(found()->addressBookUID(), "uid-2");
+    EXPECT_EQ(found()->formattedName(), "Third") << "an empty name is no word";
+    EXPECT_EQ(found()->profileURLLinkedInPublic(), "https://example.com/in2");
+    EXPECT_EQ(found()->profileURLFacebook(), "https://example.com/fb1");
+    EXPECT_EQ(found()->avatarURLLinkedIn(), "https://example.com/in2.png");
+    EXPECT_EQ(found()->avatarURLFacebookBig(), "https://example.com/fb1.png");
+    EXPECT_THAT(social::handlesOf(*found()), ElementsAre("one", "two"));
+    EXPECT_THAT(social::phonesOf(*found()),
+                ElementsAre(social::Entry("First", "555-0100"), social::Entry("Second", "555-0199")));
+    ASSERT_EQ(found()->addressList().size(), 2U);
+    EXPECT_EQ(found()->addressList().back()->formattedAddress(), "2 Side St");
+    EXPECT_EQ(found()->addressBookAvatarData(), social::bytes("own"));
+}
+
+TEST_F(QVSocialSearchMergeTest, TakesNoMoreEntriesThanAPersonHas) {
+    constexpr std::size_t kMostEntries = 500;
+    QVEmailList emails;
+    QVPhoneNumberList phones;
+    QVPostalAddressList addresses;
+    for (std::size_t number = 0; number <= kMostEntries; ++number) {
+        const std::string text = std::to_string(10000 + number);
+        emails.push_back(QVEmail::emailWithLabel("Work", text + "@example.com"));
+        phones.push_back(QVPhoneNumber::phoneNumberWithNumber("555" + text, "Work"));
+        addresses.push_back(QVPostalAddress::addressWithLabel("Work", text + " Main St"));
+    }
+    const auto endless = social::profile();
+    endless->setEmailAddresses(emails);
+    endless->setPhoneNumbers(phones);
+    endless->setAddressList(addresses);
+    mManager->setProviders({finding(endless)});
+    search();
+    ASSERT_TRUE(waitForAnswer());
+    ASSERT_EQ(found()->emailAddresses().size(), kMostEntries);
+    ASSERT_EQ(found()->phoneNumbers().size(), kMostEntries);
+    ASSERT_EQ(found()->addressList().size(), kMostEntries);
+    EXPECT_EQ(found()->emailAddresses().back()->address(), "10499@example.com") << "the first ones stay";
+}
+
 TEST_F(QVSocialSearchMergeTest, CleansLinksAndLabels) {
     const auto hostile = social::profile("A <b>");
     hostile->setProfileURLLinkedInPublic("javascript:alert(1)");
     hostile->setProfileURLFacebook("HTTPS://example.com/fb");
     hostile->setAvatarURLLinkedIn("file:///etc/passwd");
-    hostile->setAvatarURLFacebookBig("/relative");
+    hostile->setAvatarURLFacebookBig("https:relative");
     hostile->mergeWithEmailSet(social::emails({{"<b>W&\"o'rk</b>", "a@example.com"}}));
     hostile->mergeWithPhoneNumberSet(social::phones({{"<script>", "555-0100"}, {std::nullopt, "555-0199"}}));
     hostile->setAddressList({QVPostalAddress::addressWithLabel("\"Home\"", "1 <Main> St")});
