@@ -8,18 +8,23 @@ namespace qvhost {
 
 AddressBookPlace AddressBookPlace::folder(const std::filesystem::path& folder) {
     const auto book = std::make_shared<QVVCardFolder>(folder);
-    return {book, "the folder \"" + folder.string() + "\"", [book](const std::string& UID) {
+    return {book, "the folder \"" + folder.string() + "\"",
+            [book](const std::string& UID) {
                 const std::filesystem::path file = book->fileWithUID(UID);
                 return file.empty() ? book->folder().string() : file.string();
-            }};
+            },
+            folder};
 }
 
 AddressBookPlace AddressBookPlace::server(const std::string& url, const QVCardDAVCredentials& credentials) {
     const auto book = std::make_shared<QVCardDAVAddressBook>(url, credentials);
-    return {book, "the address book at " + url, [book, url](const std::string& UID) {
+    return {book,
+            "the address book at " + url,
+            [book, url](const std::string& UID) {
                 std::optional<qv::Error> ignored;
                 return book->collectionAddress(&ignored).value_or(url) + " (UID " + UID + ")";
-            }};
+            },
+            {}};
 }
 
 std::string descriptionOf(const qv::Error& error) {

@@ -17,6 +17,8 @@ struct AddressBookPlace {
     std::string name;
     /// Where the contact with that UID lies: a file, an address.
     std::function<std::string(const std::string& UID)> locate;
+    /// Where the cards lie as files; empty on a server.
+    std::filesystem::path files;
 
     /// A folder of vCards.
     static AddressBookPlace folder(const std::filesystem::path& folder);

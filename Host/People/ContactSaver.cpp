@@ -1,6 +1,7 @@
 #include "People/ContactSaver.h"
 
 #include "People/RecordProfile.h"
+#include "People/SavingTurn.h"
 
 #include <chrono>
 #include <utility>
@@ -27,6 +28,7 @@ ContactSaver::ContactSaver(MainLoop& loop, const AddressBookPlace& place) : mLoo
 
 SaveOutcome ContactSaver::save(const std::shared_ptr<QVVeltoContact>& contact,
                                const std::shared_ptr<QVSocialProfile>& found) {
+    const SavingTurn turn(mPlace.files);
     SaveOutcome outcome;
     std::shared_ptr<QVSocialProfile> base = found;
     if (!isRecord(found)) {

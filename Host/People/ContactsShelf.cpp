@@ -50,13 +50,25 @@ std::string beginning(const std::string& text, std::size_t length) {
     return text.substr(0, length);
 }
 
+/// What all UIDs of some programs begin with (RFC 9562) tells nothing.
+std::string withoutURNPrefix(const std::string& UID) {
+    constexpr std::string_view kPrefix = "urn:uuid:";
+    const bool hasPrefix = qv::Text::lowercased(UID.substr(0, kPrefix.size())) == kPrefix;
+    return hasPrefix ? UID.substr(kPrefix.size()) : UID;
+}
+
 /// A UID shares most with one of its neighbours in the order of the alphabet.
 void shortenUIDs(std::vector<ShelvedContact>& contacts) {
-    std::sort(contacts.begin(), contacts.end(), [](const auto& one, const auto& other) { return one.UID < other.UID; });
-    for (std::size_t i = 0; i < contacts.size(); ++i) {
-        std::size_t shared = i > 0 ? commonLength(contacts[i].UID, contacts[i - 1].UID) : 0;
-        if (i + 1 < contacts.size()) shared = std::max(shared, commonLength(contacts[i].UID, contacts[i + 1].UID));
-        contacts[i].shortUID = beginning(contacts[i].UID, std::max(kShortestUID, shared + 1));
+    std::vector<std::pair<std::string, ShelvedContact*>> sorted;
+    sorted.reserve(contacts.size());
+    for (ShelvedContact& contact : contacts)
+        sorted.emplace_back(withoutURNPrefix(contact.UID), &contact);
+    std::sort(sorted.begin(), sorted.end());
+    for (std::size_t i = 0; i < sorted.size(); ++i) {
+        const std::string& own = sorted[i].first;
+        std::size_t shared = i > 0 ? commonLength(own, sorted[i - 1].first) : 0;
+        if (i + 1 < sorted.size()) shared = std::max(shared, commonLength(own, sorted[i + 1].first));
+        sorted[i].second->shortUID = beginning(own, std::max(kShortestUID, shared + 1));
     }
 }
 
@@ -103,7 +115,11 @@ ContactsShelf::Contacts ContactsShelf::containing(const std::string& text) const
 
 ContactsShelf::Contacts ContactsShelf::named(const std::string& text) const {
     Contacts found = those([&](const ShelvedContact& contact) { return contact.UID == text; });
-    if (found.empty()) found = those([&](const ShelvedContact& contact) { return contact.UID.starts_with(text); });
+    if (found.empty()) {
+        found = those([&](const ShelvedContact& contact) {
+            return contact.UID.starts_with(text) || withoutURNPrefix(contact.UID).starts_with(text);
+        });
+    }
     const std::string wanted = qv::Text::lowercased(text);
     if (found.empty()) found = those([&](const ShelvedContact& contact) { return hasEmail(*contact.record, wanted); });
     if (!found.empty()) return found;

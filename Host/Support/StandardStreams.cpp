@@ -37,6 +37,8 @@ void prepare() {
 ExitStatus writeResult(std::string_view text) {
     const int error = writeAll(STDOUT_FILENO, text);
     if (error == 0) return ExitStatus::Done;
+    // A reader that has seen enough, as behind "| head", wants to hear nothing more.
+    if (error == EPIPE) return ExitStatus::NotWritten;
     Messages::say("The result could not be written to standard output: " + std::system_category().message(error) +
                   ". Check where the output goes and run again.");
     return ExitStatus::NotWritten;

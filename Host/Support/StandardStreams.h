@@ -13,7 +13,7 @@ namespace qvhost::StandardStreams {
 /// that went away is a failure to write, not the end of the process.
 void prepare();
 
-/// Writes the result; says so on standard error when that fails. `Done` or `NotWritten`.
+/// Writes the result; says so on standard error when that fails, unless the reader went away. `Done` or `NotWritten`.
 [[nodiscard]] ExitStatus writeResult(std::string_view text);
 
 /// Writes whole lines to standard error; there is nowhere to report a failure. Any thread may call.

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include <filesystem>
+#include <thread>
 
 namespace {
 
@@ -57,6 +58,23 @@ TEST_F(ScanPerson, TheSecondScanUpdatesWhatTheFirstSaved) {
                 HasSubstr("Contact: updated \"Ada Example\" (the same e-mail address) in " + file + "\n"));
     EXPECT_EQ(contacts().size(), 1U);
     EXPECT_THAT(first.error + second.error, IsEmpty());
+}
+
+TEST_F(ScanPerson, SeveralAtOnceMakeOneContact) {
+    recognise(recognitionOfAda());
+    std::vector<ProcessResult> results(4);
+    std::vector<std::thread> programs;
+    for (ProcessResult& result : results)
+        programs.emplace_back([this, &result] { result = scanInto({"--save"}); });
+    for (std::thread& program : programs)
+        program.join();
+    int created = 0;
+    for (const ProcessResult& result : results) {
+        EXPECT_EQ(result.status, 0) << result.error;
+        created += result.output.find("Contact: created") != std::string::npos ? 1 : 0;
+    }
+    EXPECT_EQ(created, 1);
+    EXPECT_EQ(contacts().size(), 1U);
 }
 
 TEST_F(ScanPerson, TheContactThatIsFoundCompletesTableFilesAndNote) {

@@ -52,6 +52,16 @@ TEST_F(ContactsShelf, ShortensUIDsAsFarAsTheyDiffer) {
     EXPECT_EQ(longer.named("Long").front()->shortUID, "aaaabbbb");
 }
 
+TEST_F(ContactsShelf, ShortensUIDsBehindTheURNPrefix) {
+    addPerson("urn:uuid:11112222-3333", "First", "");
+    addPerson("URN:UUID:44445555-6666", "Second", "");
+    const auto shelf = this->shelf();
+    EXPECT_EQ(shelf.named("First").front()->shortUID, "11112222");
+    EXPECT_EQ(shelf.named("Second").front()->shortUID, "44445555");
+    EXPECT_THAT(UIDs(shelf.named("4444")), ElementsAre("URN:UUID:44445555-6666"));
+    EXPECT_THAT(UIDs(shelf.named("urn:uuid:1111")), ElementsAre("urn:uuid:11112222-3333"));
+}
+
 TEST_F(ContactsShelf, FindsTextInAnyCaseAnywhere) {
     const auto shelf = this->shelf();
     const struct {
