@@ -50,12 +50,13 @@ QVSocialSearchManager::~QVSocialSearchManager() = default;
 void QVSocialSearchManager::addSearchByRequest(std::shared_ptr<QVSocialSearchRequest> request, Completion completion) {
     if (!completion) return;
     const auto desks = desksForSearch();
-    if (!request || isBlank(request->emailAddress()) || desks.empty()) {
-        answerNothingFound(request ? request->requestID() : std::nullopt, std::move(completion));
+    const auto asked = std::move(request);
+    if (!asked || isBlank(asked->emailAddress()) || desks.empty()) {
+        answerNothingFound(asked ? asked->requestID() : std::nullopt, std::move(completion));
         return;
     }
     // A copy: whoever asks may use the request for the next search meanwhile.
-    ProviderSearch::start(std::make_shared<const QVSocialSearchRequest>(*request), desks, kTimeForProviders,
+    ProviderSearch::start(std::make_shared<const QVSocialSearchRequest>(*asked), desks, kTimeForProviders,
                           std::move(completion));
 }
 
