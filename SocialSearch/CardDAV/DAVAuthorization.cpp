@@ -6,8 +6,6 @@
 #include "QVPlatform/Text.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 
 namespace {
 
@@ -66,9 +64,10 @@ std::string quoted(const std::string& text) {
 }
 
 std::string eightDigits(std::uint32_t number) {
-    std::array<char, 16> text{};
-    (void)std::snprintf(text.data(), text.size(), "%08x", static_cast<unsigned>(number));
-    return text.data();
+    std::string text;
+    for (int shift = 28; shift >= 0; shift -= 4)
+        text += "0123456789abcdef"[number >> shift & 15U];
+    return text;
 }
 
 }  // namespace

@@ -22,6 +22,12 @@ QVAddressBookSaveResult failed(QVAddressBookErrorCode code, std::string descript
     return failed(addressBookError(code, std::move(description)));
 }
 
+/// The error of a save that may have been done all the same.
+QVAddressBookSaveResult unknown(const qv::Error& error) {
+    const auto text = std::any_cast<std::string>(error.userInfo.at(std::string(qv::kErrorDescriptionKey)));
+    return failed(QVAddressBookErrorUnwritable, text + "; it is not known whether the card was saved");
+}
+
 bool isGone(long status) {
     return status == 404 || status == 410;
 }
@@ -66,7 +72,7 @@ DAVCardSaver::Attempt DAVCardSaver::attempt() {
         case DAVReading::State::Failed:
             break;
     }
-    return failed(record.error);
+    return mLost > 0 ? unknown(record.error) : failed(record.error);
 }
 
 DAVReading DAVCardSaver::find() {
@@ -148,9 +154,7 @@ DAVCardSaver::Attempt DAVCardSaver::accept(const DAVAnswer& answer) {
 
 DAVCardSaver::Attempt DAVCardSaver::lose(const DAVAnswer& answer) {
     if (++mLost < kMostLost) return std::nullopt;
-    const qv::Error error = answer.error(/*isWriting=*/true);
-    const auto text = std::any_cast<std::string>(error.userInfo.at(std::string(qv::kErrorDescriptionKey)));
-    return failed(QVAddressBookErrorUnwritable, text + "; it is not known whether the card was saved");
+    return unknown(answer.error(/*isWriting=*/true));
 }
 
 QVAddressBookSaveResult DAVCardSaver::finish() const {

@@ -43,6 +43,14 @@ bool isCode(const qv::Error& error, qv::HTTPErrorCode code) {
     return error.domain == qv::kURLErrorDomain && error.code == static_cast<long>(code);
 }
 
+/// Whether a request that failed like this can have reached the server: not when it was never sent, nor without a name,
+/// a connection or a certificate (libcurl's codes).
+bool mayHaveArrived(const qv::Error& error) {
+    constexpr std::array<long, 6> kBeforeIt = {-1, -2, 6, 7, 35, 60};
+    return error.domain == qv::kURLErrorDomain &&
+           std::find(kBeforeIt.begin(), kBeforeIt.end(), error.code) == kBeforeIt.end();
+}
+
 }  // namespace
 
 qv::Error DAVAnswer::error(bool isWriting) const {
@@ -84,7 +92,8 @@ DAVAnswer DAVClient::exchange(const DAVRequest& request, std::size_t maximumSize
     answer.status = response.status;
     if (response.error) {
         answer.isTooLarge = isCode(*response.error, qv::HTTPErrorCode::AnswerTooLarge);
-        answer.isLost = !isCode(*response.error, qv::HTTPErrorCode::InvalidHeader);
+        answer.isUnanswered = true;
+        answer.isLost = mayHaveArrived(*response.error);
         answer.failure = addressBookError(QVAddressBookErrorUnreadable,
                                           request.url.absoluteString() + ": " + textOf(*response.error));
         return answer;

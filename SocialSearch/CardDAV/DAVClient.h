@@ -25,11 +25,12 @@ struct DAVAnswer {
     qv::URL url;
     std::string body{};
     std::string ETag{};
-    /// Why there is no answer; `isTooLarge` when it would not have ended, `isLost` when the request may have arrived
-    /// all the same.
+    /// Why there is no answer that counts: `isUnanswered` when none came whole, `isLost` when the request may have
+    /// arrived all the same, `isTooLarge` when the answer would not have ended.
     std::optional<qv::Error> failure{};
-    bool isTooLarge = false;
+    bool isUnanswered = false;
     bool isLost = false;
+    bool isTooLarge = false;
 
     bool isSuccess() const { return !failure && status >= 200 && status < 300; }
     /// The error that the answer means to a reader or a writer. Only for an answer that is no success.

@@ -55,7 +55,7 @@ std::optional<DAVDiscovery::Page> DAVDiscovery::ask(const qv::URL& url, bool wit
         const bool saysMuch = answer.failure || answer.status == kUnauthorized || answer.status == kForbidden;
         const bool isWrongPath =
             url == mClient.server() && (isGone(answer.status) || answer.status == kForbidden) && url.path() != "/";
-        mIsOver = mIsOver || answer.isLost || answer.status == kUnauthorized || isWrongPath;
+        mIsOver = mIsOver || answer.isUnanswered || answer.status == kUnauthorized || isWrongPath;
         return fail(answer.error(/*isWriting=*/false), saysMuch ? Weight::Much : Weight::Little);
     }
     auto resources = answer.status == kMultistatus ? resourcesOfMultistatus(answer.body) : std::nullopt;

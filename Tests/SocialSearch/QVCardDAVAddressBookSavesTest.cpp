@@ -174,6 +174,18 @@ TEST_F(QVCardDAVAddressBookSavesTest, AnswersThatAreAlwaysLostEnd) {
     EXPECT_LT(mServer.requests("PUT").size(), 10U);
 }
 
+TEST_F(QVCardDAVAddressBookSavesTest, AServerThatGoesForGoodAfterALostAnswerLeavesItOpen) {
+    bool isGone = false;
+    mServer.setInterceptor([&](const ScriptedRequest& request) -> std::optional<std::string> {
+        if (request.method == "PUT") isGone = true;
+        return isGone ? std::optional(ScriptedServer::answer(request.method == "PUT" ? 504 : 503, "")) : std::nullopt;
+    });
+    const auto result = mBook.saveProfile(profileWithEmail("Ada Example", "ada@example.com"));
+    ASSERT_TRUE(result.error);
+    EXPECT_THAT(descriptionOf(result.error), AllOf(HasSubstr("try again later"), HasSubstr("it is not known whether")));
+    EXPECT_THAT(mServer.requests("PUT"), SizeIs(1));
+}
+
 TEST_F(QVCardDAVAddressBookSavesTest, WhatAGatewayLosesIsLookedUp) {
     mServer.setInterceptor([&, isDone = false](const ScriptedRequest& request) mutable -> std::optional<std::string> {
         if (request.method != "PUT" || std::exchange(isDone, true)) return std::nullopt;
