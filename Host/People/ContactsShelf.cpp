@@ -27,7 +27,8 @@ std::vector<std::string> textsOf(const QVSocialProfile& record) {
         texts.push_back(lowercased(phone->number()));
     for (const auto& address : record.addressList())
         texts.push_back(lowercased(address->formattedAddress()));
-    for (const std::string& handle : *record.twitterAccounts())
+    const auto handles = record.twitterAccounts();
+    for (const std::string& handle : *handles)
         texts.push_back(lowercased(handle));
     return texts;
 }
