@@ -6,6 +6,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace qv {
 
@@ -42,6 +43,9 @@ class QV_EXPORT PumpedExecutor : public MainExecutor {
     /// is added meanwhile waits for the next pump, so that work which adds work cannot hold the host's thread for ever.
     /// Work may pump in its turn. Work that is still waiting when the executor goes is dropped.
     std::size_t pump();
+    /// How long until work falls due, at least zero; nothing when none waits. For a loop of the host's own that wakes
+    /// up to pump: ask again after each pump and each dispatch. Any thread may ask.
+    std::optional<std::chrono::nanoseconds> timeUntilNextWork() const;
     /// Pumps until `done` holds or `limit` (of the steady clock) has passed, sleeping in between; says whether it held.
     /// `done` is asked on this thread, after each pump and at least every few milliseconds.
     bool pumpUntil(const std::function<bool()>& done, std::chrono::nanoseconds limit);

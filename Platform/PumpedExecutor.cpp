@@ -39,6 +39,7 @@ struct PumpedExecutor::State {
     std::optional<std::function<void()>> takeBefore(const Key& end);
     Key beginPump();
     std::uint64_t added() const;
+    std::optional<nanoseconds> nextDue() const;
 
     const Clock clock;
     mutable std::mutex mutex;
@@ -80,6 +81,11 @@ std::uint64_t PumpedExecutor::State::added() const {
     return sequence;
 }
 
+std::optional<nanoseconds> PumpedExecutor::State::nextDue() const {
+    const std::lock_guard lock(mutex);
+    return waiting.empty() ? std::nullopt : std::optional(waiting.begin()->first.first);
+}
+
 PumpedExecutor::PumpedExecutor() : PumpedExecutor(steadyNow) {
 }
 PumpedExecutor::PumpedExecutor(Clock clock) : mState(std::make_unique<State>(std::move(clock))) {
@@ -107,6 +113,12 @@ std::size_t PumpedExecutor::pump() {
         ++count;
     }
     return count;
+}
+
+std::optional<nanoseconds> PumpedExecutor::timeUntilNextWork() const {
+    const auto due = mState->nextDue();
+    if (!due) return std::nullopt;
+    return std::max(*due - mState->clock(), nanoseconds::zero());
 }
 
 bool PumpedExecutor::pumpUntil(const std::function<bool()>& done, nanoseconds limit) {

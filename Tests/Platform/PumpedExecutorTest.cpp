@@ -79,6 +79,24 @@ TEST_F(PumpedExecutorTest, TakesTheLongestDelayForNever) {
     EXPECT_EQ(mExecutor.pump(), 0U);
 }
 
+TEST_F(PumpedExecutorTest, SaysHowLongUntilWorkFallsDue) {
+    EXPECT_EQ(mExecutor.timeUntilNextWork(), std::nullopt);
+    mExecutor.dispatchAfter(5s, note(2));
+    mExecutor.dispatchAfter(2s, note(1));
+    EXPECT_EQ(mExecutor.timeUntilNextWork(), 2s);
+    mClock.advance(3s);
+    EXPECT_EQ(mExecutor.timeUntilNextWork(), 0s) << "late work is due now";
+    mExecutor.pump();
+    EXPECT_EQ(mExecutor.timeUntilNextWork(), 2s);
+    mExecutor.dispatchAsync(note(3));
+    EXPECT_EQ(mExecutor.timeUntilNextWork(), 0s);
+    mClock.advance(2s);
+    mExecutor.pump();
+    EXPECT_EQ(mExecutor.timeUntilNextWork(), std::nullopt);
+    mExecutor.dispatchAfter(std::chrono::nanoseconds::max(), note(4));
+    EXPECT_GT(mExecutor.timeUntilNextWork(), 1h);
+}
+
 TEST_F(PumpedExecutorTest, LeavesWhatIsAddedMeanwhileToTheNextPump) {
     std::function<void()> again = [&] {
         mRan.push_back(1);
