@@ -4,13 +4,23 @@
 #include "QVPlatform/Format.h"
 #include "QVPlatform/Text.h"
 
-#include <algorithm>
+#include <array>
+#include <cstddef>
 
 namespace qvnote {
 namespace {
 
 constexpr std::string_view kMarkupCharacters = "&<>\"'";
 constexpr std::string_view kEntities[] = {"&amp;", "&lt;", "&gt;", "&quot;", "&apos;"};
+
+/// The entity of each character; empty where it stays.
+constexpr auto kEntityOf = [] {
+    std::array<std::string_view, 256> table{};
+    for (std::size_t index = 0; index < kMarkupCharacters.size(); ++index)
+        table[static_cast<unsigned char>(kMarkupCharacters[index])] = kEntities[index];
+    return table;
+}();
+
 constexpr std::string_view kUnreserved = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~";
 constexpr std::string_view kLabelCellFormat =
     "%@<span style=\"x-quorvane:context;-quorvane-context-name:%@\">%@</span>%@";
@@ -37,13 +47,14 @@ std::string joinedWords(std::string_view text) {
 std::string escapedMarkup(std::string_view text) {
     std::string escaped;
     escaped.reserve(text.size());
-    for (std::size_t start = 0; start < text.size();) {
-        const std::size_t found = std::min(text.find_first_of(kMarkupCharacters, start), text.size());
-        escaped += text.substr(start, found - start);
-        if (found < text.size()) escaped += kEntities[kMarkupCharacters.find(text[found])];
-        start = found + 1;
+    std::size_t copied = 0;
+    for (std::size_t index = 0; index < text.size(); ++index) {
+        const std::string_view entity = kEntityOf[static_cast<unsigned char>(text[index])];
+        if (entity.empty()) continue;
+        escaped.append(text, copied, index - copied).append(entity);
+        copied = index + 1;
     }
-    return escaped;
+    return escaped.append(text, copied);
 }
 
 std::string escapedURLArgument(std::string_view text) {

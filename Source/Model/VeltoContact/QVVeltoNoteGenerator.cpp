@@ -82,7 +82,7 @@ QVString QVVeltoNoteGenerator::noteFromContactInfo(const std::shared_ptr<QVVelto
     fillProfileImage(*note, *contact, /*isHTML=*/!producingFullNote);
     fillTitleAndOrganisation(*note, *contact);
     if (producingFullNote) note->fill(QVNoteAttachmentsPlaceHolder, attachments(contact->resourceHashes()));
-    return std::move(*note).text();
+    return note->text();
 }
 
 std::string QVVeltoNoteGenerator::XHTMLEncodedStringFromString(const std::string& string) const {

@@ -221,4 +221,17 @@ TEST_F(NoteRows, AttachmentsReferToTheCardImages) {
     EXPECT_EQ(filled("attachments"), "");
 }
 
+// What many rows need is not what the first would need as many times.
+TEST_F(NoteRows, MayBeManyBehindOneOfMegabytes) {
+    constexpr std::size_t kLong = std::size_t{4} << 20;
+    constexpr std::size_t kMany = 100'000;
+    mContact->setPhoneFields(entrySet({}));
+    mContact->phoneFields()->insert(QVVeltoContactField::initWithLabel("Phone", std::string(kLong, '1')));
+    for (std::size_t index = 0; index < kMany; ++index)
+        mContact->phoneFields()->insert(QVVeltoContactField::initWithLabel("Phone", std::to_string(index)));
+    const std::string rows = filled("phones");
+    const std::string last = phoneRow(label("phone", "Phone"), std::to_string(kMany - 1));
+    EXPECT_TRUE(rows.ends_with(last)) << rows.substr(rows.size() - std::min(rows.size(), last.size()));
+}
+
 }  // namespace
