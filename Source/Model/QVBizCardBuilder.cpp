@@ -51,8 +51,19 @@ void QVBizCardBuilder::prepareCardWithAttributeDict(const std::map<std::string, 
     mCurrentCard->setLanguage(attribute(attributes, CardRecoPropertyLanguage));
     mCurrentCard->setCardWidth(integerAttribute(attributes, CardRecoPropertyCardWidth));
     mCurrentCard->setCardHeight(integerAttribute(attributes, CardRecoPropertyCardHeight));
+    const bool isFirst = !mCardFields;
     mCardFields = std::make_shared<QVFieldArray::element_type>();
+    if (isFirst) reserveFields();
     mFinishedFields.reset();
+}
+
+// Only for the first card, since a document may begin thousands.
+void QVBizCardBuilder::reserveFields() {
+    constexpr std::string_view kItemStart = "<item";
+    std::size_t count = 0;
+    for (std::size_t place = 0; (place = mDocument.find(kItemStart, place)) != std::string_view::npos; ++count)
+        place += kItemStart.size();
+    mCardFields->reserve(count);
 }
 
 void QVBizCardBuilder::prepareCardField() {
@@ -62,7 +73,8 @@ void QVBizCardBuilder::prepareCardField() {
 }
 
 void QVBizCardBuilder::addCardField(const std::map<std::string, std::string>& attributes) {
-    mCurrentCardField = mParser.cardFieldFromAttributeDictionary(attributes);
+    mCurrentCardField = mFieldStore.newField();
+    mParser.readCardField(*mCurrentCardField, attributes);
     if (mCardFields) mCardFields->push_back(mCurrentCardField);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "QVCardFieldStore.h"
 #include "QVCardScan/QVBizCardParser.h"
 #include "QVPlatform/XMLParser.h"
 
@@ -13,7 +14,8 @@
 /// Receives the document's events; the parser is borrowed.
 class QVBizCardBuilder : public qv::XMLParserDelegate {
   public:
-    explicit QVBizCardBuilder(const QVBizCardParser& parser) : mParser(parser) {}
+    /// Both are borrowed; the document says how many fields to expect.
+    QVBizCardBuilder(const QVBizCardParser& parser, std::string_view document) : mParser(parser), mDocument(document) {}
 
     /// The card as the events so far left it; call once, at the end.
     std::shared_ptr<QVBusinessCard> takeCard();
@@ -32,6 +34,7 @@ class QVBizCardBuilder : public qv::XMLParserDelegate {
   private:
     /// `prepareCardWithAttributeDict:` A new card; one before it is dropped.
     void prepareCardWithAttributeDict(const std::map<std::string, std::string>& attributes);
+    void reserveFields();
     void prepareCardField();
     void addCardField(const std::map<std::string, std::string>& attributes);
     void readWeight(const std::map<std::string, std::string>& attributes);
@@ -40,8 +43,10 @@ class QVBizCardBuilder : public qv::XMLParserDelegate {
     void finishCardField();
 
     const QVBizCardParser& mParser;
+    std::string_view mDocument;
     std::shared_ptr<QVBusinessCard> mCurrentCard;
     std::shared_ptr<QVBusinessCardField> mCurrentCardField;
+    QVCardFieldStore mFieldStore;
     std::string mCurrentValue;
     QVFieldArray mCardFields;
     std::optional<std::size_t> mFinishedFields;

@@ -36,8 +36,9 @@ double positionValue(const std::string& text) {
 }  // namespace
 
 std::shared_ptr<QVBusinessCard> QVBizCardParser::parse(const QVString& result, std::optional<qv::Error>* error) {
-    QVBizCardBuilder builder(*this);
-    if (result && !result->empty()) qv::XMLParser::parse(*result, builder);
+    const std::string_view document = result ? std::string_view(*result) : std::string_view();
+    QVBizCardBuilder builder(*this, document);
+    if (!document.empty()) qv::XMLParser::parse(document, builder);
     auto card = builder.takeCard();
     if (error && *error) *error = builder.error();
     return card;
@@ -54,18 +55,22 @@ std::int32_t QVBizCardParser::cardFieldTypeFromFieldName(const QVString& fieldNa
 
 std::shared_ptr<QVBusinessCardField> QVBizCardParser::cardFieldFromAttributeDictionary(
     const std::map<std::string, std::string>& attributes) const {
-    QVString fieldType;
+    auto field = std::make_shared<QVBusinessCardField>();
+    readCardField(*field, attributes);
+    return field;
+}
+
+void QVBizCardParser::readCardField(QVBusinessCardField& field,
+                                    const std::map<std::string, std::string>& attributes) const {
     qv::Rect frame;
-    std::int64_t orient = 0;
     for (const auto& [name, value] : attributes) {
-        if (name == CardRecoPropertyFieldType) fieldType = value;
+        if (name == CardRecoPropertyFieldType) field.setName(value);
         if (name == CardRecoPropertyPositionX) frame.origin.x = positionValue(value);
         if (name == CardRecoPropertyPositionY) frame.origin.y = positionValue(value);
         if (name == CardRecoPropertySizeWidth) frame.size.width = positionValue(value);
         if (name == CardRecoPropertySizeHeight) frame.size.height = positionValue(value);
-        if (name == CardRecoPropertyOrientation) orient = qv::Text::integerValue(value);
+        if (name == CardRecoPropertyOrientation) field.setOrient(qv::Text::integerValue(value));
     }
-    const std::int32_t type = cardFieldTypeFromFieldName(fieldType);
-    return QVBusinessCardField::initWithType(type, /*label=*/0, fieldType, /*text=*/std::nullopt, frame, /*weight=*/0,
-                                             orient);
+    field.setFrame(frame);
+    field.setType(cardFieldTypeFromFieldName(field.name()));
 }

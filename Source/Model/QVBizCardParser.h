@@ -27,4 +27,9 @@ class QV_EXPORT QVBizCardParser {
     /// absent or no number is 0; attributes of other names are passed over.
     std::shared_ptr<QVBusinessCardField> cardFieldFromAttributeDictionary(
         const std::map<std::string, std::string>& attributes) const;
+
+  private:
+    friend class QVBizCardBuilder;
+    /// What `cardFieldFromAttributeDictionary` puts into its new field.
+    void readCardField(QVBusinessCardField& field, const std::map<std::string, std::string>& attributes) const;
 };
