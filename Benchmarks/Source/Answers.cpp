@@ -37,8 +37,8 @@ std::string answerOfItems(std::size_t count) {
 }
 
 // A line end is a piece of its own.
-std::string answerInOneByteChunks(std::size_t bytes) {
-    return kHead + "<item fldType=\"name\"><t w=\"87\">" + std::string(bytes, '\n') + "</t></item>\n" + kTail;
+std::string answerInOneByteChunks(const std::string& type, std::size_t bytes) {
+    return kHead + "<item fldType=\"" + type + "\"><t w=\"87\">" + std::string(bytes, '\n') + "</t></item>\n" + kTail;
 }
 
 }  // namespace benchmarksupport

@@ -15,7 +15,7 @@ std::string answerOfBareItems(std::size_t count);
 /// So many items of the ordinary kind.
 std::string answerOfItems(std::size_t count);
 
-/// One name of so many bytes, each of which the parser gets as a piece of its own.
-std::string answerInOneByteChunks(std::size_t bytes);
+/// One field of a kind, its text so many bytes, each of which the parser gets as a piece of its own.
+std::string answerInOneByteChunks(const std::string& type, std::size_t bytes);
 
 }  // namespace benchmarksupport

@@ -37,13 +37,13 @@ void addRowAgainstExpat(const std::string& what, const std::function<std::string
     });
 }
 
-/// An answer eight times as long may take ten times as long.
-void addRowOfGrowth(const std::string& what, const std::function<std::string(std::size_t eighths)>& makeAnswer) {
+/// An answer twice as long may take two and a half times as long.
+void addRowOfGrowth(const std::string& what, const std::function<std::string(std::size_t halves)>& makeAnswer) {
     addRow("parse: " + what, [makeAnswer] {
-        constexpr double kMostGrowth = 10;
-        const QVString large = makeAnswer(8);
+        constexpr double kMostGrowth = 2.5;
+        const QVString large = makeAnswer(2);
         const QVString small = makeAnswer(1);
-        return rowAgainstFloor([&] { parse(large); }, [&] { parse(small); }, "an eighth of it", kMostGrowth);
+        return rowAgainstFloor([&] { parse(large); }, [&] { parse(small); }, "half of it", kMostGrowth);
     });
 }
 
@@ -53,10 +53,12 @@ void addParserRows() {
     addRowAgainstExpat("ordinary answer", ordinaryAnswer);
     addRowAgainstExpat("a million bare items", [] { return answerOfBareItems(1'000'000); });
     addRowAgainstExpat("8 MiB of items", [] { return answerOfItems(8 * kMiB / 120); });
-    addRowAgainstExpat("8 MiB in one-byte chunks", [] { return answerInOneByteChunks(8 * kMiB); });
-    addRowOfGrowth("a million bare items", [](std::size_t eighths) { return answerOfBareItems(125'000 * eighths); });
+    addRowAgainstExpat("8 MiB in one-byte chunks", [] { return answerInOneByteChunks("address", 8 * kMiB); });
+    addRowOfGrowth("a million bare items", [](std::size_t halves) { return answerOfBareItems(500'000 * halves); });
     addRowOfGrowth("8 MiB in one-byte chunks",
-                   [](std::size_t eighths) { return answerInOneByteChunks(kMiB * eighths); });
+                   [](std::size_t halves) { return answerInOneByteChunks("address", 4 * kMiB * halves); });
+    addRowOfGrowth("a name of 8 MiB in one-byte chunks",
+                   [](std::size_t halves) { return answerInOneByteChunks("name", 4 * kMiB * halves); });
 }
 
 }  // namespace benchmarksupport

@@ -25,6 +25,7 @@ struct ScriptedServer::State {
     std::set<int> sockets;
     std::vector<std::thread> connections;
     bool stopping = false;
+    bool forgetsBodies = false;
     int listener = -1;
     int port = 0;
     std::thread acceptor;
@@ -85,6 +86,7 @@ void ScriptedServer::State::answerRequests(ScriptedConnection& connection, std::
 
 ScriptedServer::Handler ScriptedServer::State::record(ScriptedRequest request) {
     const std::lock_guard lock(mutex);
+    if (forgetsBodies) request.body = {};
     requests.push_back(std::move(request));
     requestArrived.notify_all();
     if (answers.empty()) {
@@ -174,6 +176,11 @@ std::vector<ScriptedRequest> ScriptedServer::requests() const {
 std::size_t ScriptedServer::connectionCount() const {
     const std::lock_guard lock(mState->mutex);
     return mState->connections.size();
+}
+
+void ScriptedServer::forgetBodies() {
+    const std::lock_guard lock(mState->mutex);
+    mState->forgetsBodies = true;
 }
 
 bool ScriptedServer::waitForRequests(std::size_t count) const {

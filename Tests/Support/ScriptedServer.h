@@ -46,6 +46,9 @@ class ScriptedServer {
     std::vector<ScriptedRequest> requests() const;
     std::size_t connectionCount() const;
 
+    /// From now on requests are remembered without their bodies.
+    void forgetBodies();
+
     /// Waits until so many requests were received; says whether they were (a broken test ends after a minute).
     bool waitForRequests(std::size_t count) const;
 
