@@ -67,7 +67,7 @@ Row againstBareCurl() {
 /// Sixty cards with a server that takes a fifth of a second for each.
 Row againstSlowServer() {
     constexpr int kCards = 60;
-    constexpr double kServerSeconds = 0.2;
+    static constexpr double kServerSeconds = 0.2;
     constexpr double kMost = 1.05;
     const AllProcessors all;
     ScriptedServer server;
