@@ -5,10 +5,6 @@
 #include "Output/PersonText.h"
 #include "Output/ScanJSON.h"
 #include "Output/ScanRemarks.h"
-#include "Recognition/AuthToken.h"
-#include "Recognition/EmbeddedServer.h"
-#include "Recognition/RemoteServer.h"
-#include "Support/HostLog.h"
 #include "Support/Messages.h"
 #include "Support/Progress.h"
 #include "Support/StandardStreams.h"
@@ -25,13 +21,6 @@ namespace {
 ExitStatus fail(const Failure& failure) {
     Messages::say(failure.message);
     return failure.status;
-}
-
-std::string objectionToLanguage(const std::string& language) {
-    constexpr const char* kAllowed = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-";
-    const bool isTag = !language.empty() && language.size() <= 35 && language.front() != '-' &&
-                       language.find_first_not_of(kAllowed) == std::string::npos;
-    return isTag ? "" : "a tag of letters, digits and hyphens is needed here, such as de or zh-Hant.";
 }
 
 std::string objectionToEmpty(const std::string& text) {
@@ -65,29 +54,13 @@ CLI::App* ScanCommand::describe(CLI::App& program) {
         ->check(objectionToEmpty);
     command->add_flag("--json", mJSON, "Print one JSON object instead of the table");
     auto* skipNote = command->add_flag("--skip-note", mSkipNote, "Only read the card: no contact, no note");
-    command->add_option("--language", mLanguage, "Language of the card, such as en or de (default: en)")
-        ->type_name("L")
-        ->check(objectionToLanguage);
-    describeServer(*command);
-    mPerson.describe(*command, *skipNote);
+    mServer.describe(*command);
+    mPerson.describe(*command, skipNote);
     return command;
 }
 
-void ScanCommand::describeServer(CLI::App& command) {
-    auto* server =
-        command.add_option("--server", mServerURL, "Use this recognition server instead of the embedded one");
-    server->type_name("URL")->check(RemoteServer::objectionTo);
-    command
-        .add_option("--token-file", mTokenFile,
-                    std::string("File with the server's token (or set ") + AuthToken::kVariable + ")")
-        ->type_name("F")
-        ->needs(server)
-        ->check(objectionToEmpty);
-    command.add_option("--recognizer", mRecognizer, "Program to run as the embedded server")->group("");
-}
-
 ExitStatus ScanCommand::run() {
-    const Result<std::unique_ptr<RecognitionServer>> chosen = server();
+    const Result<std::unique_ptr<RecognitionServer>> chosen = mServer.open();
     if (!chosen) return fail(chosen.failure());
     const Result<std::vector<CardPicture>> pictures = CardPicture::readAll(files());
     if (!pictures) return fail(pictures.failure());
@@ -97,9 +70,10 @@ ExitStatus ScanCommand::run() {
         if (const auto failure = ResultFolder(*mFolder).make()) return fail(*failure);
     }
     RecognitionServer& server = **chosen;
+    const auto known = *steps ? (*steps)->nextCard() : nullptr;
     const Result<ScanOutcome> outcome = scan(server, *pictures);
     if (!outcome) return fail(outcome.failure());
-    const PersonOutcome person = *steps ? (*steps)->run(*outcome) : PersonOutcome();
+    const PersonOutcome person = *steps ? (*steps)->run(*outcome, known) : PersonOutcome();
     return report(*outcome, person, *pictures, server.name());
 }
 
@@ -109,21 +83,9 @@ std::vector<std::string> ScanCommand::files() const {
     return files;
 }
 
-Result<std::unique_ptr<RecognitionServer>> ScanCommand::server() const {
-    if (!mServerURL) {
-        EmbeddedServer::Options options;
-        if (mRecognizer) options.program = *mRecognizer;
-        options.isVerbose = HostLog::isWanted();
-        return std::unique_ptr<RecognitionServer>(std::make_unique<EmbeddedServer>(std::move(options)));
-    }
-    Result<std::string> token = AuthToken::read(mTokenFile);
-    if (!token) return token.failure();
-    return std::unique_ptr<RecognitionServer>(std::make_unique<RemoteServer>(ServerAccess{*mServerURL, *token}));
-}
-
 Result<ScanOutcome> ScanCommand::scan(RecognitionServer& server, std::vector<CardPicture> pictures) const {
     const Progress progress("Reading the card with " + server.name() + " …");
-    return CardScan(server).run({std::move(pictures), mLanguage, mSkipNote});
+    return CardScan(server).run({std::move(pictures), mServer.language(), mSkipNote});
 }
 
 ExitStatus ScanCommand::report(const ScanOutcome& outcome, const PersonOutcome& person,
@@ -142,7 +104,7 @@ void ScanCommand::sayWhatMatters(const ScanOutcome& outcome, const PersonOutcome
                                  const std::string& serverName) const {
     for (const qv::Error& error : outcome.errors())
         Messages::say(ErrorText::message(error, serverName));
-    for (const std::string& remark : scanRemarks(outcome, mLanguage, serverName))
+    for (const std::string& remark : scanRemarks(outcome, mServer.language(), serverName))
         Messages::say(remark);
     for (const std::string& remark : person.remarks)
         Messages::say(remark);

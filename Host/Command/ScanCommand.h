@@ -3,7 +3,7 @@
 #include "Command/Command.h"
 #include "Output/ResultFolder.h"
 #include "People/PersonOptions.h"
-#include "Recognition/RecognitionServer.h"
+#include "Recognition/ServerOptions.h"
 #include "Scan/CardScan.h"
 
 #include <memory>
@@ -21,9 +21,7 @@ class ScanCommand : public Command {
 
   private:
     std::vector<std::string> files() const;
-    Result<std::unique_ptr<RecognitionServer>> server() const;
     Result<ScanOutcome> scan(RecognitionServer& server, std::vector<CardPicture> pictures) const;
-    void describeServer(CLI::App& command);
     ExitStatus report(const ScanOutcome& outcome, const PersonOutcome& person, const std::vector<CardPicture>& pictures,
                       const std::string& serverName) const;
     void sayWhatMatters(const ScanOutcome& outcome, const PersonOutcome& person, const std::string& serverName) const;
@@ -34,10 +32,7 @@ class ScanCommand : public Command {
     std::string mFront;
     std::optional<std::string> mBack;
     std::optional<std::string> mFolder;
-    std::optional<std::string> mServerURL;
-    std::optional<std::string> mTokenFile;
-    std::optional<std::string> mLanguage;
-    std::optional<std::string> mRecognizer;
+    ServerOptions mServer;
     PersonOptions mPerson;
     bool mSkipNote = false;
     bool mJSON = false;

@@ -24,4 +24,8 @@ std::string text(const Value& value) {
     return value.dump(2, ' ', /*ensure_ascii=*/false, Value::error_handler_t::replace) + "\n";
 }
 
+std::string line(const Value& value) {
+    return value.dump(-1, ' ', /*ensure_ascii=*/false, Value::error_handler_t::replace) + "\n";
+}
+
 }  // namespace qvhost::JSON

@@ -19,4 +19,7 @@ Value from(const QVHandleSet& handles);
 /// written so that they read back the same, and what is no number becomes null.
 std::string text(const Value& value);
 
+/// The same on one line.
+std::string line(const Value& value);
+
 }  // namespace qvhost::JSON

@@ -20,6 +20,12 @@ std::string unknown(const AddressBookPlace& place) {
     return "Whether the contact is in " + place.name + " already cannot be told as long as that cannot be read";
 }
 
+/// A record that is not there is made under the UID that it was looked for by.
+void nameRecord(QVSocialProfile& profile, const std::string& UID) {
+    profile.setProfileType(profile.profileType() | QVSocialProfileSourceAddressBook);
+    profile.setAddressBookUID(UID);
+}
+
 }  // namespace
 
 ContactSaver::ContactSaver(MainLoop& loop, const AddressBookPlace& place) : mLoop(loop), mPlace(place) {
@@ -27,7 +33,7 @@ ContactSaver::ContactSaver(MainLoop& loop, const AddressBookPlace& place) : mLoo
 }
 
 SaveOutcome ContactSaver::save(const std::shared_ptr<QVVeltoContact>& contact,
-                               const std::shared_ptr<QVSocialProfile>& found) {
+                               const std::shared_ptr<QVSocialProfile>& found, const QVString& newUID) {
     const SavingTurn turn(mPlace.files);
     SaveOutcome outcome;
     std::shared_ptr<QVSocialProfile> base = found;
@@ -41,7 +47,9 @@ SaveOutcome ContactSaver::save(const std::shared_ptr<QVVeltoContact>& contact,
         if (match.record) base = std::move(match.record);
     }
     if (isRecord(base)) outcome.updated = nameInWords(Person::of(*base));
-    return saveRecord(contact, profileForSaving(*contact, base), std::move(outcome));
+    const auto profile = profileForSaving(*contact, base);
+    if (!isRecord(base) && newUID) nameRecord(*profile, *newUID);
+    return saveRecord(contact, profile, std::move(outcome));
 }
 
 SaveOutcome ContactSaver::saveRecord(const std::shared_ptr<QVVeltoContact>& contact,

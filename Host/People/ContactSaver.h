@@ -34,8 +34,10 @@ class ContactSaver {
     ContactSaver(MainLoop& loop, const AddressBookPlace& place);
 
     /// Updates the contact that `found` (null: nobody) stands for, else the one that is the same person, else makes a
-    /// new one. Waits for it.
-    SaveOutcome save(const std::shared_ptr<QVVeltoContact>& contact, const std::shared_ptr<QVSocialProfile>& found);
+    /// new one: under `newUID` when that is given, so that saving the same once more, after whatever came in between,
+    /// is no second contact. Waits for it.
+    SaveOutcome save(const std::shared_ptr<QVVeltoContact>& contact, const std::shared_ptr<QVSocialProfile>& found,
+                     const QVString& newUID = std::nullopt);
 
   private:
     SaveOutcome saveRecord(const std::shared_ptr<QVVeltoContact>& contact,

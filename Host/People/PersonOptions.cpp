@@ -22,7 +22,7 @@ std::string objectionToFolder(const std::string& folder) {
 
 }  // namespace
 
-void PersonOptions::describe(CLI::App& command, CLI::Option& skipNote) {
+void PersonOptions::describe(CLI::App& command, CLI::Option* skipNote) {
     command.option_defaults()->group("The person on the card");
     CLI::Option* search =
         command.add_flag("--search", mSearch, "Look the person up by e-mail address and add what is known");
@@ -39,8 +39,9 @@ void PersonOptions::describe(CLI::App& command, CLI::Option& skipNote) {
         "Folder of vCards with contacts that you have; the card is merged with the one it belongs to");
     contacts->type_name("DIR")->check(objectionToFolder);
     mAddressBook.describe(command);
-    for (CLI::Option* option : {search, save, contacts})
-        skipNote.excludes(option);
+    for (CLI::Option* option : {search, save, contacts}) {
+        if (skipNote != nullptr) skipNote->excludes(option);
+    }
     command.option_defaults()->group("Options");
 }
 

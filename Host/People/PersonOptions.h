@@ -16,11 +16,12 @@ class Option;
 
 namespace qvhost {
 
-/// The options of `scan` that are about the person on the card.
+/// The options that are about the person on the card.
 class PersonOptions {
   public:
-    /// `skipNote` is the option that none of them goes with: without a note there is no contact.
-    void describe(CLI::App& command, CLI::Option& skipNote);
+    /// `skipNote` is the option that none of them goes with, because without a note there is no contact; null where
+    /// there is no such option.
+    void describe(CLI::App& command, CLI::Option* skipNote);
 
     /// What has to be done; null when nothing was asked for. Fails when it cannot be.
     Result<std::unique_ptr<PersonSteps>> open() const;

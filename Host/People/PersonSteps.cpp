@@ -15,8 +15,6 @@ void append(std::vector<std::string>& remarks, const std::vector<std::string>& m
 }  // namespace
 
 PersonSteps::PersonSteps(Plan plan) : mPlan(std::move(plan)) {
-    if (mPlan.known) mKnown = std::make_shared<KnownContacts>(*mPlan.known);
-    QVBizCardManager::sharedManager()->setContactNoteDataSource(mKnown);
     if (mPlan.searchKey) mLookup.emplace(mLoop, mPlan.searchKey->first, mPlan.searchKey->second);
     if (mPlan.addressBook) QVAddressBookController::sharedController()->setAddressBook(mPlan.addressBook->book);
     QVSocialSearchManager::sharedManager()->setProviders(mPlan.services);
@@ -28,9 +26,17 @@ PersonSteps::~PersonSteps() {
     QVSocialSearchManager::sharedManager()->setProviders({});
 }
 
-PersonOutcome PersonSteps::run(const ScanOutcome& scan) {
+std::shared_ptr<KnownContacts> PersonSteps::nextCard() {
+    // Each card has its own, because several are read at the same time.
+    auto known = mPlan.known ? std::make_shared<KnownContacts>(*mPlan.known) : nullptr;
+    QVBizCardManager::sharedManager()->setContactNoteDataSource(known);
+    return known;
+}
+
+PersonOutcome PersonSteps::run(const ScanOutcome& scan, const std::shared_ptr<KnownContacts>& known,
+                               const QVString& newUID) {
     PersonOutcome outcome;
-    outcome.comparesContacts = mKnown != nullptr;
+    outcome.comparesContacts = mPlan.known.has_value();
     outcome.searches = mLookup.has_value();
     outcome.saves = mPlan.saves;
     outcome.nameOnCard = scan.response->contactName();
@@ -39,25 +45,25 @@ PersonOutcome PersonSteps::run(const ScanOutcome& scan) {
             outcome.remarks.emplace_back("Nobody was searched for or saved, because nothing was read.");
         return outcome;
     }
-    if (mKnown) {
-        mKnown->completeByName(*scan.response);
-        outcome.merged = mKnown->merged();
-        append(outcome.remarks, mKnown->remarks());
+    if (known) {
+        known->completeByName(*scan.response);
+        outcome.merged = known->merged();
+        append(outcome.remarks, known->remarks());
     }
     if (mLookup) search(scan, outcome);
-    if (mPlan.saves) save(scan, outcome);
+    if (mPlan.saves) save(scan, newUID, outcome);
     return outcome;
 }
 
 void PersonSteps::search(const ScanOutcome& scan, PersonOutcome& outcome) {
-    const Progress progress("Looking the person up …");
+    const Progress progress(mShowsProgress ? "Looking the person up …" : "");
     outcome.search = mLookup->run(scan.response);
 }
 
-void PersonSteps::save(const ScanOutcome& scan, PersonOutcome& outcome) {
-    const Progress progress("Saving the contact in " + mPlan.addressBook->name + " …");
+void PersonSteps::save(const ScanOutcome& scan, const QVString& newUID, PersonOutcome& outcome) {
+    const Progress progress(mShowsProgress ? "Saving the contact in " + mPlan.addressBook->name + " …" : "");
     const auto found = outcome.search ? outcome.search->profile : nullptr;
-    outcome.save = ContactSaver(mLoop, *mPlan.addressBook).save(scan.response->contact(), found);
+    outcome.save = ContactSaver(mLoop, *mPlan.addressBook).save(scan.response->contact(), found, newUID);
     append(outcome.remarks, outcome.save->remarks);
 }
 

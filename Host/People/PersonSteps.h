@@ -14,8 +14,8 @@
 
 namespace qvhost {
 
-/// What is done with the person on a card: merged with a contact that is known, searched for, saved. To be made on the
-/// main thread before the card is read, and kept until all is done.
+/// What is done with the people on cards: merged with a contact that is known, searched for, saved. To be made on the
+/// main thread before a card is read, and kept until all is done. For the main thread.
 class PersonSteps {
   public:
     struct Plan {
@@ -35,17 +35,31 @@ class PersonSteps {
     PersonSteps(const PersonSteps&) = delete;
     PersonSteps& operator=(const PersonSteps&) = delete;
 
-    /// After the card was read. The scan's response then holds what came of it: contact, note, picture.
-    PersonOutcome run(const ScanOutcome& scan);
+    /// To be called before each card is handed to the library: whom the card is merged with, null when contacts are not
+    /// compared. To be kept until the card was read and is given to `run`.
+    std::shared_ptr<KnownContacts> nextCard();
+
+    /// After the card was read. The scan's response then holds what came of it: contact, note, picture. `newUID`: see
+    /// `ContactSaver::save`.
+    PersonOutcome run(const ScanOutcome& scan, const std::shared_ptr<KnownContacts>& known,
+                      const QVString& newUID = std::nullopt);
+
+    bool comparesContacts() const { return mPlan.known.has_value(); }
+    bool searches() const { return mPlan.searchKey.has_value(); }
+    /// Where contacts are saved; null when they are not.
+    const AddressBookPlace* savesIn() const { return mPlan.saves ? &*mPlan.addressBook : nullptr; }
+
+    /// From now on nothing is shown while something is waited for.
+    void stopShowingProgress() { mShowsProgress = false; }
 
   private:
     void search(const ScanOutcome& scan, PersonOutcome& outcome);
-    void save(const ScanOutcome& scan, PersonOutcome& outcome);
+    void save(const ScanOutcome& scan, const QVString& newUID, PersonOutcome& outcome);
 
     MainLoop mLoop;
     Plan mPlan;
-    std::shared_ptr<KnownContacts> mKnown;
     std::optional<SocialLookup> mLookup;
+    bool mShowsProgress = true;
 };
 
 }  // namespace qvhost

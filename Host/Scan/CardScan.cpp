@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <future>
+#include <utility>
 
 namespace qvhost {
 namespace {
@@ -29,20 +30,14 @@ std::shared_ptr<QVCardProcessingRequest> makeRequest(const ScanRequest& wanted, 
     return request;
 }
 
-/// Blocks until the manager answers; null when it refuses the request.
-Response process(const std::shared_ptr<QVCardProcessingRequest>& request) {
-    const auto manager = QVBizCardManager::sharedManager();
-    if (!manager->canWeAddRequestToQueue(request)) return nullptr;
-    const auto promise = std::make_shared<std::promise<Response>>();
-    manager->addRequest(request, [promise](Response response) { promise->set_value(std::move(response)); });
-    return promise->get_future().get();
-}
-
-bool connectionFailed(const ScanOutcome& outcome) {
-    const std::vector<qv::Error> errors = outcome.errors();
-    return std::any_of(errors.begin(), errors.end(), [](const qv::Error& error) {
-        return error.domain == kQVCardProcessingErrorDomain && error.code == QVCardProcessingErrorConnectionFailed;
-    });
+ScanOutcome outcomeOf(std::string noteUUID, std::size_t pictureCount, Response response) {
+    ScanOutcome outcome{std::move(noteUUID), pictureCount, std::move(response), nullptr};
+    outcome.card = outcome.response->card();
+    if (!outcome.card) {
+        outcome.card = RecognisedCard::fromResults(outcome.response->rawResultForFirstCard(),
+                                                   outcome.response->rawResultForSecondCard());
+    }
+    return outcome;
 }
 
 }  // namespace
@@ -76,21 +71,29 @@ Result<ScanOutcome> CardScan::runOnce(const ScanRequest& request) {
     const Result<ServerAccess> access = mServer.access();
     // Without a server the library itself says so, in the response.
     if (!access) Messages::say(access.failure().message);
+    const auto promise = std::make_shared<std::promise<ScanOutcome>>();
+    const auto keep = [promise](ScanOutcome outcome) { promise->set_value(std::move(outcome)); };
+    if (start(request, access ? &*access : nullptr, keep)) return promise->get_future().get();
+    return Failure{ExitStatus::Incomplete, "The library refused the card. Run again with --verbose to see why."};
+}
+
+std::optional<std::string> CardScan::start(const ScanRequest& request, const ServerAccess* access,
+                                           Completion completion) {
     const auto manager = QVBizCardManager::sharedManager();
-    manager->setServerURL(access ? QVString(access->url) : std::nullopt);
-    ScanOutcome outcome;
-    outcome.noteUUID = Random::uuid();
-    outcome.pictureCount = request.pictures.size();
-    outcome.response = process(makeRequest(request, outcome.noteUUID, access ? QVString(access->token) : std::nullopt));
-    if (!outcome.response) {
-        return Failure{ExitStatus::Incomplete, "The library refused the card. Run again with --verbose to see why."};
-    }
-    outcome.card = outcome.response->card();
-    if (!outcome.card) {
-        outcome.card = RecognisedCard::fromResults(outcome.response->rawResultForFirstCard(),
-                                                   outcome.response->rawResultForSecondCard());
-    }
-    return outcome;
+    manager->setServerURL(access != nullptr ? QVString(access->url) : std::nullopt);
+    const std::string noteUUID = Random::uuid();
+    const auto made = makeRequest(request, noteUUID, access != nullptr ? QVString(access->token) : std::nullopt);
+    if (!manager->canWeAddRequestToQueue(made)) return std::nullopt;
+    manager->addRequest(made, [noteUUID, count = request.pictures.size(), completion = std::move(completion)](
+                                  Response response) { completion(outcomeOf(noteUUID, count, std::move(response))); });
+    return noteUUID;
+}
+
+bool CardScan::connectionFailed(const ScanOutcome& outcome) {
+    const std::vector<qv::Error> errors = outcome.errors();
+    return std::any_of(errors.begin(), errors.end(), [](const qv::Error& error) {
+        return error.domain == kQVCardProcessingErrorDomain && error.code == QVCardProcessingErrorConnectionFailed;
+    });
 }
 
 }  // namespace qvhost

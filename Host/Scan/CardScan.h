@@ -7,7 +7,9 @@
 #include "Scan/CardPicture.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -37,13 +39,26 @@ struct ScanOutcome {
     bool leftBackUnread() const;
 };
 
-/// Runs one card through the library's manager and waits for the outcome.
+/// Runs cards through the library's manager.
 class CardScan {
   public:
+    using Completion = std::function<void(ScanOutcome outcome)>;
+
     explicit CardScan(RecognitionServer& server) : mServer(server) {}
 
-    /// A server of our own that dies in the middle is started again, and the card sent once more.
+    /// Waits for the outcome of one card. A server of our own that dies in the middle is started again, and the card
+    /// sent once more.
     Result<ScanOutcome> run(const ScanRequest& request);
+
+    /// Hands a card to the manager's queue and returns; `completion` comes once, on a thread of the queue, unless the
+    /// card is cancelled. Without a server (`access` is null) the library says so in its response. For one thread.
+    /// Returns the note's UUID, by which the card can be cancelled; nothing, and no completion, when the library
+    /// refuses the card.
+    static std::optional<std::string> start(const ScanRequest& request, const ServerAccess* access,
+                                            Completion completion);
+
+    /// Whether the exchange with the server failed.
+    static bool connectionFailed(const ScanOutcome& outcome);
 
   private:
     Result<ScanOutcome> runOnce(const ScanRequest& request);

@@ -70,7 +70,10 @@ class SpawnSettings {
         ::posix_spawnattr_setsigmask(&mAttributes, &signals);
         sigaddset(&signals, SIGPIPE);
         ::posix_spawnattr_setsigdefault(&mAttributes, &signals);
-        ::posix_spawnattr_setflags(&mAttributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+        ::posix_spawnattr_setflags(&mAttributes,
+                                   POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);
+        // Ctrl-C is for this program, which ends its children in its own time.
+        ::posix_spawnattr_setpgroup(&mAttributes, 0);
     }
     ~SpawnSettings() {
         ::posix_spawnattr_destroy(&mAttributes);

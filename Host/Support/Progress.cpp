@@ -5,12 +5,12 @@
 
 namespace qvhost {
 
-Progress::Progress(const std::string& text) {
-    StandardStreams::showStatus(TerminalText::printable(text));
+Progress::Progress(const std::string& text) : mShows(!text.empty()) {
+    if (mShows) StandardStreams::showStatus(TerminalText::printable(text));
 }
 
 Progress::~Progress() {
-    StandardStreams::showStatus("");
+    if (mShows) StandardStreams::showStatus("");
 }
 
 }  // namespace qvhost
