@@ -1,7 +1,5 @@
 #include "Support/FileWriting.h"
 
-#include "Support/FileDescriptor.h"
-
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -10,6 +8,7 @@
 #include <cstdlib>
 #include <string>
 #include <system_error>
+#include <utility>
 
 namespace qvhost {
 namespace {
@@ -27,12 +26,6 @@ mode_t ordinaryPermissions() {
     return 0666 & ~mask;
 }
 
-int fill(FileDescriptor& file, std::string_view bytes) {
-    if (const int error = writeAll(file.number(), bytes); error != 0) return error;
-    if (::fchmod(file.number(), ordinaryPermissions()) != 0 || ::fsync(file.number()) != 0) return errno;
-    return file.close() ? 0 : errno;
-}
-
 }  // namespace
 
 int writeAll(int file, std::string_view bytes) {
@@ -46,14 +39,52 @@ int writeAll(int file, std::string_view bytes) {
 }
 
 std::optional<Failure> writeFile(const std::filesystem::path& file, std::string_view bytes) {
-    std::string temporary = (file.parent_path() / (".qvcardscan-" + file.filename().string() + ".XXXXXX")).string();
-    FileDescriptor descriptor(::mkostemp(temporary.data(), O_CLOEXEC));
-    if (!descriptor.isOpen()) return notWritten(file, errno);
-    int error = fill(descriptor, bytes);
-    if (error == 0 && ::rename(temporary.c_str(), file.c_str()) != 0) error = errno;
-    if (error == 0) return std::nullopt;
-    ::unlink(temporary.c_str());
-    return notWritten(file, error);
+    FileReplacement replacement(file);
+    replacement.write(bytes);
+    return replacement.finish();
+}
+
+FileReplacement::FileReplacement(std::filesystem::path file)
+    : mFile(std::move(file)),
+      mTemporary((mFile.parent_path() / (".qvcardscan-" + mFile.filename().string() + ".XXXXXX")).string()) {
+    mDescriptor = FileDescriptor(::mkostemp(mTemporary.data(), O_CLOEXEC));
+    if (!mDescriptor.isOpen()) {
+        mError = errno;
+        mTemporary.clear();
+    }
+}
+
+FileReplacement::~FileReplacement() {
+    if (!mTemporary.empty()) ::unlink(mTemporary.c_str());
+}
+
+void FileReplacement::write(std::string_view bytes) {
+    constexpr std::size_t kPiece = 65536;
+    mBuffer.append(bytes);
+    if (mBuffer.size() >= kPiece) flush();
+}
+
+void FileReplacement::flush() {
+    if (mError == 0) mError = writeAll(mDescriptor.number(), mBuffer);
+    mBuffer.clear();
+}
+
+std::optional<Failure> FileReplacement::finish() {
+    flush();
+    const int file = mDescriptor.number();
+    if (mError == 0 && (::fchmod(file, ordinaryPermissions()) != 0 || ::fsync(file) != 0)) mError = errno;
+    if (!mDescriptor.close() && mError == 0) mError = errno;
+    if (mError == 0 && ::rename(mTemporary.c_str(), mFile.c_str()) != 0) mError = errno;
+    if (mError != 0) return notWritten(mFile, mError);
+    mTemporary.clear();
+    return std::nullopt;
+}
+
+int syncFolder(const std::filesystem::path& folder) {
+    FileDescriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!opened.isOpen()) return errno;
+    // Some file systems have nothing to sync here, and say so.
+    return ::fsync(opened.number()) == 0 || errno == EINVAL ? 0 : errno;
 }
 
 std::optional<Failure> makeFolder(const std::filesystem::path& folder) {

@@ -17,8 +17,9 @@ namespace {
 
 constexpr std::string_view kEraseLine = "\r\x1b[K";
 
-std::mutex mutex;
-std::string statusLine;
+/// Never destroyed: threads that nobody waited for may still have something to say when the process ends.
+std::mutex& mutex = *new std::mutex;
+std::string& statusLine = *new std::string;
 
 }  // namespace
 
