@@ -2,6 +2,7 @@
 
 #include "Call/CallMistake.h"
 #include "Call/HelpLayout.h"
+#include "Command/BatchCommand.h"
 #include "Command/ContactsCommand.h"
 #include "Command/NoteCommand.h"
 #include "Command/ParseCommand.h"
@@ -52,6 +53,7 @@ class CommandLine {
         // None at all is found out below, after an unknown word has been named.
         mProgram.require_subcommand(0, 1);
         add(std::make_unique<ScanCommand>());
+        add(std::make_unique<BatchCommand>());
         add(std::make_unique<ParseCommand>());
         add(std::make_unique<NoteCommand>());
         add(std::make_unique<ContactsCommand>());
