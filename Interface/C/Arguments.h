@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Guard.h"
+#include "qvcardscan.h"
+
+#include <optional>
+#include <string>
+
+namespace qvc {
+
+/// What a call came to: all well, or a status and the reason in words.
+struct Outcome {
+    qv_status status = QV_OK;
+    std::string reason;
+
+    static Outcome invalid(std::string reason) { return {QV_INVALID_ARGUMENT, std::move(reason)}; }
+};
+
+/// Tells the host: the status is the answer, the rest goes into the slot, unless that is null.
+qv_status report(const Outcome& outcome, qv_error** error) noexcept;
+
+/// Runs the body of an exported function that can fail.
+template <typename Body>
+qv_status reported(qv_error** error, Body&& body) noexcept {
+    return guarded<qv_status>(QV_FAILED, [&] {
+        if (error != nullptr) *error = nullptr;
+        return report(body(), error);
+    });
+}
+
+/// The text as a value; absent for null.
+std::optional<std::string> textOf(const char* text);
+
+/// What is wrong with a text that is there but no UTF-8; all well for null. `what` names the argument.
+Outcome checkText(const char* text, const char* what);
+
+/// The answer for a handle that is not live.
+Outcome deadHandle();
+
+}  // namespace qvc
