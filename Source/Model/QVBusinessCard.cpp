@@ -96,7 +96,7 @@ QVStringArray QVBusinessCard::phoneNumbers() const {
 }
 
 void QVBusinessCard::mergeWithCard(const std::shared_ptr<QVBusinessCard>& card) {
-    if (!card || (!mFields && !card->mFields)) return;
+    if (!card) return;
     auto merged = std::make_shared<FieldList>(listOf(mFields));
     const FieldIndex before(listOf(mFields));
     for (const auto& field : listOf(card->mFields)) {

@@ -51,7 +51,7 @@ class QV_EXPORT QVBusinessCard : public qv::Object {
     QVStringArray phoneNumbers() const;
 
     /// `mergeWithCard:` Appends those fields of `card` that this card did not have before, in a new list of its own.
-    /// `card` stays as it is; an absent card, or two cards without field lists, change nothing.
+    /// `card` stays as it is; an absent card changes nothing. Afterwards there is a list, if an empty one.
     void mergeWithCard(const std::shared_ptr<QVBusinessCard>& card);
     /// `hasField:` Whether a field of this card has the same type and exactly the same text. An absent text never
     /// matches.
