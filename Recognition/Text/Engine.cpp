@@ -2,9 +2,11 @@
 
 #include <leptonica/allheaders.h>
 #include <tesseract/baseapi.h>
+#include <tesseract/ltrresultiterator.h>
 #include <tesseract/ocrclass.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
 // Present where the engine was built for several threads; absent elsewhere.
@@ -34,6 +36,12 @@ tesseract::PageSegMode segmentation(PageMode mode) {
     return tesseract::PSM_SPARSE_TEXT;
 }
 
+/// Lets the engine's own order of words be walked through.
+class EngineAPI final : public tesseract::TessBaseAPI {
+  public:
+    using tesseract::TessBaseAPI::GetLTRIterator;
+};
+
 class TesseractEngine final : public Engine {
   public:
     bool load(const std::filesystem::path& models, const std::string& languages) {
@@ -54,31 +62,38 @@ class TesseractEngine final : public Engine {
         mAPI.SetImage(grey.data, grey.cols, grey.rows, 1, static_cast<int>(grey.step));
         mAPI.SetSourceResolution(kResolution);
         tesseract::ETEXT_DESC monitor;
-        monitor.set_deadline_msecs(static_cast<int>(deadline.left().count()));
+        // Nothing left would mean no deadline at all.
+        monitor.set_deadline_msecs(std::max(1, static_cast<int>(deadline.left().count())));
         std::vector<Word> words;
-        if (!deadline.passed() && mAPI.Recognize(&monitor) == 0) words = collect();
+        if (!deadline.passed()) {
+            // A pass that the deadline cuts short fails, but keeps what it has read; the rest is blank.
+            (void)mAPI.Recognize(&monitor);
+            words = collect();
+        }
         mAPI.Clear();
         return words;
     }
 
   private:
     static constexpr int kResolution = 300;
+    static constexpr std::size_t kMostWords = 1500;  // a page of a book has 500; what comes after would only take time
 
     static bool isVerticalScript(const std::string& languages) {
         return languages.rfind("jpn", 0) == 0 || languages.rfind("chi", 0) == 0;
     }
 
+    /// In the order in which the engine keeps them: putting a line of noise in reading order takes it minutes.
     std::vector<Word> collect() {
         std::vector<Word> words;
-        const std::unique_ptr<tesseract::ResultIterator> results(mAPI.GetIterator());
+        const std::unique_ptr<tesseract::LTRResultIterator> results(mAPI.GetLTRIterator());
         if (!results) return words;
         do {
             if (auto word = wordAt(*results); !word.text.empty()) words.push_back(std::move(word));
-        } while (results->Next(tesseract::RIL_WORD));
+        } while (words.size() < kMostWords && results->Next(tesseract::RIL_WORD));
         return words;
     }
 
-    static Word wordAt(const tesseract::ResultIterator& results) {
+    static Word wordAt(const tesseract::LTRResultIterator& results) {
         int left = 0;
         int top = 0;
         int right = 0;
@@ -95,7 +110,7 @@ class TesseractEngine final : public Engine {
         return word;
     }
 
-    tesseract::TessBaseAPI mAPI;
+    EngineAPI mAPI;
 };
 
 }  // namespace
