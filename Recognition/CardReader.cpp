@@ -30,7 +30,7 @@ class StageClock {
     void done(const char* stage) {
         const auto now = std::chrono::steady_clock::now();
         mReport.stages.push_back(
-            {stage, std::chrono::duration_cast<std::chrono::milliseconds>(now - std::exchange(mStart, now))});
+            {stage, std::chrono::duration_cast<std::chrono::microseconds>(now - std::exchange(mStart, now))});
     }
 
   private:
@@ -103,6 +103,8 @@ Recognition CardReader::recognise(std::span<const std::uint8_t> jpeg, const std:
     Recognition report;
     StageClock clock(report);
     const Deadline deadline = Deadline::in(mOptions.timeLimit);
+    report.keptAs = mDebug.nextCard();
+    mDebug.keep("request", jpeg);
     const auto sent = decodeJPEG(jpeg);
     clock.done("decode");
     if (!sent) return report;
@@ -118,14 +120,15 @@ Recognition CardReader::recognise(std::span<const std::uint8_t> jpeg, const std:
     const auto fields =
         engine == nullptr ? std::vector<Field>() : fieldsOf(*sent, *engine, language, deadline, report, orient);
     report.fields = static_cast<int>(fields.size());
+    report.isCutShort = deadline.passed();
     report.xml = writeResult(resultOf(fields, *sent, language, orient));
+    mDebug.keep("answer", report);
     return report;
 }
 
 std::vector<Field> CardReader::fieldsOf(const SentPicture& sent, Engine& engine, const ReadingLanguage& language,
                                         Deadline deadline, Recognition& report, int& orient) {
     StageClock clock(report);
-    mDebug.nextCard();
     mDebug.keep("sent", sent.colour);
     if (!hasDetail(greyOf(sent.colour))) return {};
     const Unwarped card = straightCard(sent.colour);

@@ -8,10 +8,10 @@
 
 namespace qv::recognition {
 
-/// How long a stage took, for the log.
+/// How long a stage took, for the log and the metrics.
 struct StageTime {
-    const char* stage = "";
-    std::chrono::milliseconds time{0};
+    const char* stage = "";  ///< one of a few words that are constants of the program
+    std::chrono::microseconds time{0};
 };
 
 /// What became of one picture.
@@ -19,7 +19,9 @@ struct Recognition {
     bool isPicture = false;  ///< false: the bytes could not be decoded
     std::string xml;         ///< the answer, when `isPicture`
     int fields = 0;
+    bool isCutShort = false;  ///< the time limit came first: this is what was found by then
     std::vector<StageTime> stages;
+    std::string keptAs;  ///< where the stages of this card were kept, when that is asked for
     std::string remark;  ///< for the log, never with text from the card; empty when there is nothing to say
 };
 

@@ -143,6 +143,7 @@ int serve(Arguments& arguments) {
     if (const std::string problem = prepare(arguments); !problem.empty()) return fail(problem);
     // Also for those who want nothing but errors: this may become one.
     if (const std::string warning = warningAbout(arguments.server); !warning.empty()) say(warning);
+    if (!arguments.debugFolder.empty()) say("Warning: every card is kept in " + arguments.debugFolder + ".");
     const bool isQuiet = arguments.isQuiet;
     const auto log = [isQuiet](std::string_view line) {
         if (!isQuiet) (void)std::fprintf(stderr, "qvcardrecod: %.*s\n", static_cast<int>(line.size()), line.data());
