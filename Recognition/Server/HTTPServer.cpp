@@ -28,7 +28,7 @@ class HTTPServer::Implementation {
     Implementation(ServerOptions options, RecogniserFactory factory, Log log)
         : mOptions(std::move(options)),
           mLog(std::move(log)),
-          mState{mOptions, mLog, nullptr, {}, false},
+          mState{mOptions, mLog, nullptr, {}, {}, false},
           mPool(std::move(factory), mOptions.workers, mOptions.places),
           mAcceptor(mContext),
           mPause(mContext),

@@ -1,5 +1,6 @@
 #include "Server/Session.h"
 
+#include "Server/MetricsText.h"
 #include "Server/Token.h"
 
 #include <boost/asio/post.hpp>
@@ -27,6 +28,15 @@ std::string_view asText(beast::string_view text) {
 std::string_view pathOf(beast::string_view target) {
     const auto whole = asText(target);
     return whole.substr(0, whole.find('?'));
+}
+
+/// Paths that are answered by the server itself, at once, to whoever asks.
+bool isLookAround(std::string_view path) {
+    return path == "/health" || path == "/metrics";
+}
+
+std::int64_t inMilliseconds(std::chrono::microseconds time) {
+    return std::chrono::duration_cast<std::chrono::milliseconds>(time).count();
 }
 
 }  // namespace
@@ -59,34 +69,48 @@ void Session::onHeader(Error error) {
     if (error) return onBrokenRequest(error);
     mIsBusy = true;
     mHasUnreadBody = !mParser->is_done();
-    if (const auto status = refusal()) return answer(*status);
-    if (pathOf(mParser->get().target()) == "/health") return answer(Status::ok, "ok\n", "text/plain");
+    if (const auto reason = refusal()) return refuse(*reason);
+    const auto path = pathOf(mParser->get().target());
+    if (isLookAround(path)) return answerLookAround(path);
     readBody();
+}
+
+void Session::answerLookAround(std::string_view path) {
+    if (path == "/health") return answer(Status::ok, "ok\n", "text/plain");
+    answer(Status::ok, mState.metrics.text(mState.load()), MetricsText::kContentType);
 }
 
 /// What could not be read as a request is still answered, if there is somebody to answer.
 void Session::onBrokenRequest(Error error) {
     mHasUnreadBody = true;
-    if (error == http::error::body_limit) return answer(Status::payload_too_large);
+    if (error == http::error::body_limit) return refuse({Status::payload_too_large, Outcome::TooLarge});
     if (error == http::error::header_limit || error == http::error::buffer_overflow)
-        return answer(Status::request_header_fields_too_large);
+        return refuse({Status::request_header_fields_too_large, Outcome::Malformed});
     const bool isHangUp = error == http::error::end_of_stream || error == http::error::partial_message;
     if (error.category() == make_error_code(http::error::bad_method).category() && !isHangUp)
-        return answer(Status::bad_request);
+        return refuse({Status::bad_request, Outcome::Malformed});
+    // A connection that was kept for a next request, which did not come, is no request.
+    if (mParser->got_some()) mState.metrics.count(Outcome::Incomplete);
     close();
 }
 
-std::optional<Session::Status> Session::refusal() const {
+std::optional<Session::Refusal> Session::refusal() const {
     const auto& request = mParser->get();
     const auto path = pathOf(request.target());
-    if (path == "/health") {
+    if (isLookAround(path)) {
         const bool asks = request.method() == http::verb::get || request.method() == http::verb::head;
-        return asks ? std::nullopt : std::optional(Status::method_not_allowed);
+        return asks ? std::nullopt : std::optional(Refusal{Status::method_not_allowed, Outcome::WrongMethod});
     }
-    if (path != "/") return Status::not_found;
-    if (request.method() != http::verb::post) return Status::method_not_allowed;
-    if (!hasToken()) return Status::unauthorized;
+    if (path != "/") return Refusal{Status::not_found, Outcome::NotFound};
+    if (request.method() != http::verb::post) return Refusal{Status::method_not_allowed, Outcome::WrongMethod};
+    if (!hasToken()) return Refusal{Status::unauthorized, Outcome::Unauthorized};
     return std::nullopt;
+}
+
+void Session::refuse(Refusal refusal) {
+    mState.metrics.count(refusal.outcome);
+    log(refusal.status, {});
+    answer(refusal.status);
 }
 
 bool Session::hasToken() const {
@@ -124,14 +148,15 @@ void Session::submit() {
     job.contentLanguage = std::string(asText(mParser->get()[http::field::content_language]));
     job.isAbandoned = mIsAbandoned;
     // The worker hands the session back whole: who destroys it must be the thread that serves it.
-    job.finished = [self = shared_from_this()](JobEnd end, Recognition recognition) mutable {
+    job.finished = [self = shared_from_this()](JobReport report) mutable {
         const auto executor = self->mStream.get_executor();
-        asio::post(executor, [self = std::move(self), end, found = std::move(recognition)]() mutable {
-            self->onFinished(end, std::move(found));
+        asio::post(executor, [self = std::move(self), found = std::move(report)]() mutable {
+            self->onFinished(std::move(found));
         });
     };
+    mSubmitted = job.submitted;
     mStream.expires_never();
-    if (!mState.pool->submit(job)) return answer(Status::service_unavailable);
+    if (!mState.pool->submit(job)) return refuse({Status::service_unavailable, Outcome::Overloaded});
     watchForHangUp();
 }
 
@@ -148,27 +173,42 @@ void Session::watchForHangUp() {
         });
 }
 
-void Session::onFinished(JobEnd end, Recognition recognition) {
+void Session::onFinished(JobReport report) {
     Error ignored;
     mStream.socket().cancel(ignored);
+    countFinished(report);
     Status status = Status::ok;
-    if (end == JobEnd::Dropped) status = Status::service_unavailable;
-    if (end == JobEnd::Failed) status = Status::internal_server_error;
-    if (end == JobEnd::Done && !recognition.isPicture) status = Status::unprocessable_entity;
-    log(status, recognition);
+    if (report.end == JobEnd::Dropped) status = Status::service_unavailable;
+    if (report.end == JobEnd::Failed) status = Status::internal_server_error;
+    if (report.end == JobEnd::Done && !report.recognition.isPicture) status = Status::unprocessable_entity;
+    log(status, report.recognition);
     if (status != Status::ok) return answer(status);
-    answer(status, std::move(recognition.xml), "application/xml; charset=utf-8");
+    answer(status, std::move(report.recognition.xml), "application/xml; charset=utf-8");
+}
+
+void Session::countFinished(const JobReport& report) {
+    Outcome outcome = report.recognition.fields > 0 ? Outcome::Read : Outcome::NothingFound;
+    if (!report.recognition.isPicture) outcome = Outcome::NoPicture;
+    if (report.end == JobEnd::Failed) outcome = Outcome::Failed;
+    if (report.end == JobEnd::Dropped) outcome = mIsAbandoned->load() ? Outcome::HungUp : Outcome::Stopping;
+    mState.metrics.count(outcome);
+    if (report.end != JobEnd::Done) return;
+    mState.metrics.addRecognition(report.waited, report.recognition);
+    mState.metrics.addRequest(
+        std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - mSubmitted));
 }
 
 void Session::log(Status status, const Recognition& recognition) const {
     std::ostringstream line;
     line << static_cast<unsigned>(status) << ' ' << recognition.fields << " fields";
-    std::chrono::milliseconds whole{0};
+    std::chrono::microseconds whole{0};
     for (const auto& stage : recognition.stages) {
-        line << ' ' << stage.stage << '=' << stage.time.count();
+        line << ' ' << stage.stage << '=' << inMilliseconds(stage.time);
         whole += stage.time;
     }
-    line << " total=" << whole.count() << "ms";
+    line << " total=" << inMilliseconds(whole) << "ms";
+    if (recognition.isCutShort) line << " cut short";
+    if (!recognition.keptAs.empty()) line << " kept as " << recognition.keptAs;
     if (!recognition.remark.empty()) line << " (" << recognition.remark << ')';
     mState.log(line.str());
 }
@@ -183,14 +223,13 @@ void Session::answer(Status status, std::string body, const char* type) {
     if (type != nullptr) mResponse->set(http::field::content_type, type);
     if (status == Status::service_unavailable) mResponse->set(http::field::retry_after, "1");
     if (status == Status::method_not_allowed)
-        mResponse->set(http::field::allow, pathOf(mParser->get().target()) == "/health" ? "GET, HEAD" : "POST");
+        mResponse->set(http::field::allow, isLookAround(pathOf(mParser->get().target())) ? "GET, HEAD" : "POST");
     if (isHead) {
         mResponse->content_length(body.size());
     } else {
         mResponse->body() = std::move(body);
         mResponse->prepare_payload();
     }
-    if (!mIsAbandoned && status != Status::ok) log(status, {});
     mIsAbandoned.reset();
     mStream.expires_after(kAnswerTime);
     http::async_write(mStream, *mResponse,

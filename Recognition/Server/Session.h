@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Server/HTTPServer.h"
+#include "Server/Metrics.h"
 
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
@@ -24,7 +25,10 @@ struct ServerState {
     const HTTPServer::Log& log;
     WorkerPool* pool = nullptr;
     std::set<Session*> sessions;
+    Metrics metrics;
     bool isStopping = false;
+
+    Load load() const { return {options.workers, pool->busy(), pool->waiting(), options.places, sessions.size()}; }
 };
 
 /// One connection: reads a request, has it worked on, answers, and begins again. Keeps itself alive while it has
@@ -52,10 +56,18 @@ class Session : public std::enable_shared_from_this<Session> {
     void onBody(Error error);
     void submit();
     void watchForHangUp();
-    void onFinished(JobEnd end, Recognition recognition);
+    void onFinished(JobReport report);
+    void countFinished(const JobReport& report);
 
-    std::optional<Status> refusal() const;
+    struct Refusal {
+        Status status;
+        Outcome outcome;
+    };
+    std::optional<Refusal> refusal() const;
     bool hasToken() const;
+    void answerLookAround(std::string_view path);
+    /// With an empty body, as everything that is no result.
+    void refuse(Refusal refusal);
     void answer(Status status, std::string body = {}, const char* type = nullptr);
     void onAnswered(Error error);
     void drain();
@@ -68,6 +80,7 @@ class Session : public std::enable_shared_from_this<Session> {
     std::optional<boost::beast::http::request_parser<Body>> mParser;
     std::optional<boost::beast::http::response<boost::beast::http::string_body>> mResponse;
     std::shared_ptr<std::atomic<bool>> mIsAbandoned;
+    std::chrono::steady_clock::time_point mSubmitted;
     std::vector<char> mDrained;
     std::size_t mDrainLeft = 0;
     bool mIsBusy = false;

@@ -6,24 +6,28 @@
 namespace qv::recognition {
 namespace {
 
-void run(Recogniser* recogniser, Job& job) {
-    if (job.isAbandoned && job.isAbandoned->load()) return job.finished(JobEnd::Dropped, {});
-    if (recogniser == nullptr) return job.finished(JobEnd::Failed, {});
-    Recognition recognition;
+using Clock = std::chrono::steady_clock;
+
+JobReport run(Recogniser* recogniser, const Job& job) {
+    JobReport report;
+    report.waited = std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - job.submitted);
+    if (job.isAbandoned && job.isAbandoned->load()) return report;
+    report.end = JobEnd::Failed;
+    if (recogniser == nullptr) return report;
     // Whatever a picture makes the libraries do, the worker goes on with the next one.
     try {
-        recognition = recogniser->recognise(job.jpeg, job.contentLanguage);
+        report.recognition = recogniser->recognise(job.jpeg, job.contentLanguage);
+        report.end = JobEnd::Done;
     } catch (const std::exception& problem) {
-        recognition.remark = problem.what();
-        return job.finished(JobEnd::Failed, std::move(recognition));
+        report.recognition.remark = problem.what();
     }
-    job.finished(JobEnd::Done, std::move(recognition));
+    return report;
 }
 
 }  // namespace
 
 WorkerPool::WorkerPool(RecogniserFactory factory, std::size_t workers, std::size_t places)
-    : mFactory(std::move(factory)), mPlaces(places), mIdle(workers) {
+    : mFactory(std::move(factory)), mWorkers(workers), mPlaces(places), mIdle(workers) {
     for (std::size_t i = 0; i < workers; ++i)
         mThreads.emplace_back([this] { work(); });
 }
@@ -53,15 +57,29 @@ void WorkerPool::stop() {
     }
     mChanged.notify_all();
     for (auto& job : dropped)
-        job.finished(JobEnd::Dropped, {});
+        job.finished({});
+}
+
+std::size_t WorkerPool::busy() const {
+    const std::lock_guard lock(mMutex);
+    return mWorkers - mIdle;
+}
+
+std::size_t WorkerPool::waiting() const {
+    const std::lock_guard lock(mMutex);
+    return mWaiting.size();
 }
 
 void WorkerPool::work() {
     const auto recogniser = mFactory();
     for (Job job; next(job); job = Job()) {
-        run(recogniser.get(), job);
-        const std::lock_guard lock(mMutex);
-        ++mIdle;
+        JobReport report = run(recogniser.get(), job);
+        {
+            // Before the answer: whoever has it finds the worker free.
+            const std::lock_guard lock(mMutex);
+            ++mIdle;
+        }
+        job.finished(std::move(report));
     }
 }
 

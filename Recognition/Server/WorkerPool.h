@@ -3,6 +3,7 @@
 #include "Recogniser.h"
 
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
@@ -21,13 +22,21 @@ using RecogniserFactory = std::function<std::unique_ptr<Recogniser>()>;
 
 enum class JobEnd { Done, Failed, Dropped };
 
+/// What became of a job.
+struct JobReport {
+    JobEnd end = JobEnd::Dropped;
+    Recognition recognition;
+    std::chrono::microseconds waited{0};  ///< in the line, until a worker took it
+};
+
 /// One picture to be read. `finished` is called exactly once, on a worker's thread or, for a job that is dropped, on
 /// the one that stops the pool.
 struct Job {
     std::vector<std::uint8_t> jpeg;
     std::string contentLanguage;
-    std::function<void(JobEnd, Recognition)> finished;
+    std::function<void(JobReport)> finished;
     std::shared_ptr<std::atomic<bool>> isAbandoned;  ///< set when nobody waits for it any more; may be null
+    std::chrono::steady_clock::time_point submitted = std::chrono::steady_clock::now();
 };
 
 /// A fixed number of threads, each with a recogniser of its own that it makes before its first job, and a waiting line
@@ -45,13 +54,17 @@ class WorkerPool {
     /// Drops what waits; running jobs go on. Does not wait for them.
     void stop();
 
+    std::size_t busy() const;     ///< workers that have a job
+    std::size_t waiting() const;  ///< jobs without a worker
+
   private:
     void work();
     bool next(Job& job);
 
     const RecogniserFactory mFactory;
+    const std::size_t mWorkers;
     const std::size_t mPlaces;
-    std::mutex mMutex;
+    mutable std::mutex mMutex;
     std::condition_variable mChanged;
     std::deque<Job> mWaiting;
     std::size_t mIdle = 0;

@@ -1,4 +1,5 @@
 #include "Recognition/Client.h"
+#include "Recognition/Server/PrometheusText.h"
 #include "Server/HTTPServer.h"
 #include "Server/Token.h"
 
@@ -6,6 +7,7 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <map>
 #include <mutex>
 #include <stdexcept>
 #include <thread>
@@ -51,6 +53,8 @@ class StubRecogniser final : public Recogniser {
         Recognition recognition;
         recognition.isPicture = body != "no";
         recognition.xml = "<" + body + contentLanguage + "/>";
+        recognition.fields = body == "empty" ? 0 : 2;
+        recognition.stages = {{"look", std::chrono::milliseconds(3)}};
         return recognition;
     }
 
@@ -83,6 +87,16 @@ class HTTPServerTest : public testing::Test {
         Client client(mServer->port());
         client.send(request);
         return client.readAll();
+    }
+
+    PrometheusText metrics() {
+        const auto answer = ask("GET /metrics HTTP/1.1\r\nHost: x\r\nConnection: close\r\n\r\n");
+        EXPECT_EQ(statusOf(answer), "200");
+        EXPECT_NE(answer.find("Content-Type: text/plain; version=0.0.4; charset=utf-8\r\n"), std::string::npos);
+        return PrometheusText(bodyOf(answer));
+    }
+    static std::string outcome(const std::string& name) {
+        return "qvcardrecod_requests_total{outcome=\"" + name + "\"}";
     }
 
     void expectEmpty(const std::string& answer, const std::string& status) {
@@ -197,6 +211,81 @@ TEST_F(HTTPServerTest, AnswersHealthWhileAllWorkersAreBusy) {
     EXPECT_EQ(bodyOf(busy.readAll()), "<wait/>");
 }
 
+TEST_F(HTTPServerTest, AnswersMetricsWhileAllWorkersAreBusy) {
+    ServerOptions options;
+    options.places = 3;
+    options.token = "sesame";
+    start(options);
+    Client busy(mServer->port());
+    busy.send(post("wait", "auth: sesame\r\n"));
+    mGate.awaitWaiting(1);
+    Client waiting(mServer->port());
+    waiting.send(post("card", "auth: sesame\r\n"));
+    // The server's thread takes requests in turn, but the waiting one may come in two pieces.
+    while (metrics()["qvcardrecod_waiting_requests"] < 1)
+        std::this_thread::yield();
+    const auto now = metrics();
+    EXPECT_EQ(now["qvcardrecod_workers"], 1);
+    EXPECT_EQ(now["qvcardrecod_busy_workers"], 1);
+    EXPECT_EQ(now["qvcardrecod_waiting_requests"], 1);
+    EXPECT_EQ(now["qvcardrecod_waiting_places"], 3);
+    EXPECT_EQ(now["qvcardrecod_connections"], 3);
+    EXPECT_EQ(now[outcome("read")], 0);
+    mGate.open();
+    EXPECT_EQ(bodyOf(busy.readAll()), "<wait/>");
+    EXPECT_EQ(bodyOf(waiting.readAll()), "<card/>");
+    EXPECT_EQ(metrics()["qvcardrecod_busy_workers"], 0);
+}
+
+TEST_F(HTTPServerTest, CountsRequestsByHowTheyEnd) {
+    ServerOptions options;
+    options.token = "sesame";
+    options.bodyLimit = 100;
+    options.bodyTime = std::chrono::milliseconds(50);
+    start(options);
+    const std::string token = "auth: sesame\r\n";
+    for (const char* body : {"card", "card", "empty", "no", "fail"})
+        ask(post(body, token));
+    ask(post("card"));
+    ask(post(std::string(101, 'x'), token));
+    ask("nonsense\r\n\r\n");
+    ask("GET / HTTP/1.1\r\nHost: x\r\nConnection: close\r\n\r\n");
+    ask("POST /other HTTP/1.1\r\nHost: x\r\nConnection: close\r\nContent-Length: 0\r\n\r\n");
+    ask("POST / HTTP/1.1\r\nHost: x\r\n" + token + "Content-Length: 100\r\n\r\nhalf");
+    ask("GET /health HTTP/1.1\r\nHost: x\r\nConnection: close\r\n\r\n");
+    const auto now = metrics();
+    const std::map<std::string, int> expected = {
+        {"read", 2},         {"nothing_found", 1}, {"no_picture", 1},  {"failed", 1},    {"overloaded", 0},
+        {"stopping", 0},     {"hung_up", 0},       {"incomplete", 1},  {"too_large", 1}, {"malformed", 1},
+        {"unauthorized", 1}, {"not_found", 1},     {"wrong_method", 1}};
+    for (const auto& [name, count] : expected)
+        EXPECT_EQ(now[outcome(name)], count) << name;
+    EXPECT_EQ(now["qvcardrecod_stage_duration_seconds_count{stage=\"look\"}"], 4);
+    EXPECT_DOUBLE_EQ(now["qvcardrecod_stage_duration_seconds_sum{stage=\"look\"}"], 0.012);
+    EXPECT_EQ(now["qvcardrecod_request_duration_seconds_count"], 4);
+    EXPECT_EQ(now["qvcardrecod_waiting_duration_seconds_count"], 4);
+}
+
+TEST_F(HTTPServerTest, MetricsTellNothingOfCardsOrRequests) {
+    start();
+    ask(post("confidential", "content-language: secretive\r\nauth: hidden\r\n"));
+    const auto answer = ask("GET /metrics?whatever HTTP/1.1\r\nHost: x\r\nConnection: close\r\n\r\n");
+    EXPECT_EQ(statusOf(answer), "200");
+    for (const char* word : {"confidential", "secretive", "hidden", "whatever"})
+        EXPECT_EQ(answer.find(word), std::string::npos) << word;
+    expectEmpty(ask("POST /metrics HTTP/1.1\r\nHost: x\r\nConnection: close\r\nContent-Length: 0\r\n\r\n"), "405");
+    expectEmpty(ask("HEAD /metrics HTTP/1.1\r\nHost: x\r\nConnection: close\r\n\r\n"), "200");
+}
+
+TEST_F(HTTPServerTest, LogsTheTimesOfTheStages) {
+    start();
+    ask(post("card"));
+    ask(post("no"));
+    ask("GET / HTTP/1.1\r\nHost: x\r\nConnection: close\r\n\r\n");
+    stop();
+    EXPECT_EQ(mLog, "200 2 fields look=3 total=3ms\n422 2 fields look=3 total=3ms\n405 0 fields total=0ms\n");
+}
+
 TEST_F(HTTPServerTest, RefusesWhatDoesNotFitTheWaitingLine) {
     ServerOptions options;
     options.places = 0;
@@ -207,6 +296,7 @@ TEST_F(HTTPServerTest, RefusesWhatDoesNotFitTheWaitingLine) {
     const auto refused = ask(post("card"));
     expectEmpty(refused, "503");
     EXPECT_NE(refused.find("Retry-After"), std::string::npos);
+    EXPECT_EQ(metrics()[outcome("overloaded")], 1);
     mGate.open();
     EXPECT_EQ(bodyOf(busy.readAll()), "<wait/>");
 }
