@@ -62,11 +62,14 @@ class TesseractEngine final : public Engine {
         mAPI.SetImage(grey.data, grey.cols, grey.rows, 1, static_cast<int>(grey.step));
         mAPI.SetSourceResolution(kResolution);
         tesseract::ETEXT_DESC monitor;
+        int taken = 0;
+        monitor.cancel_this = &taken;
+        monitor.cancel = [](void* count, int all) { return isEnough(++*static_cast<int*>(count), all); };
         // Nothing left would mean no deadline at all.
         monitor.set_deadline_msecs(std::max(1, static_cast<int>(deadline.left().count())));
         std::vector<Word> words;
         if (!deadline.passed()) {
-            // A pass that the deadline cuts short fails, but keeps what it has read; the rest is blank.
+            // A pass that is cut short fails, but keeps what it has read; the rest is blank.
             (void)mAPI.Recognize(&monitor);
             words = collect();
         }
@@ -76,7 +79,16 @@ class TesseractEngine final : public Engine {
 
   private:
     static constexpr int kResolution = 300;
-    static constexpr std::size_t kMostWords = 1500;  // a page of a book has 500; what comes after would only take time
+    // A page of a book has 500; what comes after would only take time.
+    static constexpr std::size_t kMostWords = 1500;
+
+    // A card has 20 pieces of text.
+    static constexpr int kManyPieces = 300;
+
+    /// Asked before each piece of text. A pass that is complete ends with a search for paragraphs, which on the pieces
+    /// that noise falls into takes minutes, whatever the deadline is: with many, the last is given up to be spared
+    /// that.
+    static bool isEnough(int piece, int pieces) { return pieces > kManyPieces && piece == pieces; }
 
     static bool isVerticalScript(const std::string& languages) {
         return languages.rfind("jpn", 0) == 0 || languages.rfind("chi", 0) == 0;
