@@ -117,26 +117,6 @@ TEST_F(CardReaderTest, EndsAtItsTimeLimit) {
     EXPECT_FALSE(read(drawnCard({"Jane Miller"})).isCutShort);
 }
 
-// One pass over this picture alone takes much longer than the limit, and its text is found in reading order.
-TEST_F(CardReaderTest, EndsInsideAPassWithWhatWasFound) {
-    cv::Mat page(1500, 1000, CV_8UC3, cv::Scalar::all(255));
-    for (int i = 0; i < 70; ++i) {
-        cv::putText(page, "person" + std::to_string(i) + "@example.com  word word word word word word word word",
-                    {20, 20 + 21 * i}, cv::FONT_HERSHEY_SIMPLEX, 0.5, cv::Scalar::all(0), 1, cv::LINE_AA);
-    }
-    CardReader::Options options;
-    options.models = installedModels();
-    options.timeLimit = std::chrono::seconds(1);
-    const auto reader = CardReader::open(options);
-    const auto recognition = reader->recognise(asJPEG(page), "en");
-    EXPECT_TRUE(recognition.isCutShort);
-    EXPECT_TRUE(hasItem(recognition, "email", "person0@example.com")) << recognition.xml;
-    EXPECT_FALSE(hasItem(recognition, "email", "person69@example.com")) << recognition.xml;
-    EXPECT_TRUE(
-        hasItem(reader->recognise(asJPEG(drawnCard({"jane@acmetools.com"})), "en"), "email", "jane@acmetools.com"))
-        << "the engine is not left as it was";
-}
-
 TEST(CardReaderOpenTest, NeedsTheEnglishModel) {
     CardReader::Options options;
     options.models = "/nonexistent";
