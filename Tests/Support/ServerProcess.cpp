@@ -133,6 +133,15 @@ void ServerProcess::stop() {
     if (mProcess < 0) return;
     ::kill(mProcess, SIGTERM);
     if (!hasEnded(std::chrono::seconds(10))) ::kill(mProcess, SIGKILL);
+    awaitEnd();
+}
+
+void ServerProcess::kill() {
+    ::kill(mProcess, SIGKILL);
+    awaitEnd();
+}
+
+void ServerProcess::awaitEnd() {
     int status = 0;
     while (::waitpid(mProcess, &status, 0) < 0 && errno == EINTR) {
     }

@@ -34,9 +34,13 @@ class ServerProcess {
 
     int port() const { return mPort; }
 
+    /// Ends it without any warning, as a crash or the system would.
+    void kill();
+
   private:
     void start(const ServerCall& call);
     void stop();
+    void awaitEnd();
     /// False when the program ended instead.
     bool waitUntilItListens(std::chrono::seconds limit);
     bool hasEnded(std::chrono::milliseconds wait);
