@@ -1,78 +1,36 @@
-#include "Support/ReadFile.h"
-#include "Support/RunProcess.h"
-#include "Support/ScriptedServer.h"
-#include "Support/TemporaryFolder.h"
-#include "Support/TestSupport.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
+#include "InstalledPackage.h"
 
 #include <string>
-#include <vector>
 
+namespace packagetest {
 namespace {
 
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
-using testsupport::ProcessResult;
-using testsupport::TemporaryFolder;
-
-constexpr const char* kAnswer =
-    "<recoIndex lang=\"en\"><item fldType=\"name\"><t w=\"90\">ADA EXAMPLE</t></item>"
-    "<item fldType=\"email\"><t w=\"90\">ada@example.com</t></item>"
-    "<item fldType=\"title\"><t w=\"90\">Engineer</t></item></recoIndex>";
-
-/// Runs a program that must succeed; one without a folder is looked up.
-ProcessResult run(const std::filesystem::path& program, std::vector<std::string> arguments,
-                  std::map<std::string, std::optional<std::string>> environment = {}) {
-    arguments.insert(arguments.begin(), program);
-    const auto result = testsupport::runProcess({.program = "/usr/bin/env",
-                                                 .arguments = std::move(arguments),
-                                                 .input = {},
-                                                 .environment = std::move(environment),
-                                                 .outputFile = {}});
-    EXPECT_EQ(result.status, 0) << result.output << result.error;
-    return result;
-}
-
-/// What another project sees: the library in a prefix of its own, and nothing of the build that made it.
-class InstalledPackage : public testing::Test {
-  protected:
-    void SetUp() override { run("cmake", {"--install", QV_BINARY_DIR, "--prefix", prefix()}); }
-
-    std::string prefix() const { return mFolder / "prefix"; }
-    std::string consumerSource() const { return testsupport::testsFolder() / "Package/Consumer"; }
-
-    /// A card through the consumer against a server that answers at once.
-    void expectConsumerReadsACard(const std::filesystem::path& consumer) {
-        testsupport::ScriptedServer server;
-        server.respond(testsupport::ScriptedServer::answer(200, kAnswer));
-        const auto result = run(consumer, {server.url(), testsupport::testsFolder() / "Host/Data/front.jpg"},
-                                {{"LD_LIBRARY_PATH", prefix() + "/" QV_INSTALL_LIBDIR}});
-        EXPECT_THAT(result.output, StartsWith("Ada Example\n0 errors\n"));
-        EXPECT_THAT(result.output, testing::Not(HasSubstr("\n0 bytes")));
-        EXPECT_EQ(server.requests().size(), 1U);
-    }
-
-    TemporaryFolder mFolder;
-};
-
-TEST_F(InstalledPackage, ServesACMakeProject) {
-    const std::string build = mFolder / "consumer";
-    run("cmake", {"-S", consumerSource(), "-B", build, "-G", "Ninja", "-DCMAKE_PREFIX_PATH=" + prefix(),
-                  "-DCMAKE_CXX_COMPILER=" QV_CXX_COMPILER, "-DCMAKE_CXX_FLAGS=" QV_CXX_FLAGS});
-    run("cmake", {"--build", build});
-    expectConsumerReadsACard(build + "/consumer");
-}
 
 TEST_F(InstalledPackage, ServesAPkgConfigProject) {
-    const std::string consumer = mFolder / "consumer";
+    const std::string host = mFolder / "host";
     const std::string command =
         QV_CXX_COMPILER " " QV_CXX_FLAGS " \"$1\" -o \"$2\" $(pkg-config --cflags --libs QVCardScan)";
-    run("sh", {"-c", command, "sh", consumerSource() + "/main.cpp", consumer},
-        {{"PKG_CONFIG_PATH", prefix() + "/" QV_INSTALL_LIBDIR "/pkgconfig"}});
-    expectConsumerReadsACard(consumer);
+    run("sh", {"-c", command, "sh", examples() + "/minimal/main.cpp", host},
+        {{"PKG_CONFIG_PATH", libraries() + "/pkgconfig"}});
+    const auto result = run(host, {mServer.url(), picture()}, environment());
+    EXPECT_THAT(result.output, StartsWith("Ada Example\n0 errors\n<"));
+    EXPECT_EQ(mServer.requests().size(), 1U);
+}
+
+TEST_F(InstalledPackage, ServesAPkgConfigProjectInC) {
+    const std::string host = mFolder / "c-host";
+    const std::string command = "cc -std=c11 -Wall -Wextra -Wpedantic -Werror " QV_CXX_FLAGS
+                                " \"$1\" -o \"$2\" $(pkg-config --cflags --libs qvcardscan-c)";
+    run("sh", {"-c", command, "sh", examples() + "/c/main.c", host}, {{"PKG_CONFIG_PATH", libraries() + "/pkgconfig"}});
+    const auto result = run(host, {mServer.url(), picture()}, environment());
+    EXPECT_THAT(result.output, StartsWith("field 1: Ada Example\nfield 2: Engineer\nfield 4: "));
+    EXPECT_THAT(result.output, HasSubstr("search: type 0, not found\n"));
+    const auto failed = runAny(host, {"http://127.0.0.1:1/", picture()}, environment());
+    EXPECT_EQ(failed.status, 1);
+    EXPECT_EQ(failed.error, "The card could not be read: kQVCardProcessingErrorDomain 2\n");
 }
 
 TEST_F(InstalledPackage, BringsHeadersThatStandOnTheirOwn) {
@@ -99,12 +57,10 @@ TEST_F(InstalledPackage, ExportsOnlyItsOwnNames) {
 }
 
 TEST_F(InstalledPackage, ScansFromItsPrefix) {
-    testsupport::ScriptedServer server;
-    server.respond(testsupport::ScriptedServer::answer(200, kAnswer));
-    const auto result = run(prefix() + "/bin/qvcardscan",
-                            {"scan", testsupport::testsFolder() / "Host/Data/front.jpg", "--server", server.url()},
+    const auto result = run(prefix() + "/bin/qvcardscan", {"scan", picture(), "--server", mServer.url()},
                             {{"QVCARDSCAN_TOKEN", "a-token"}});
     EXPECT_THAT(result.output, HasSubstr("Ada Example"));
 }
 
 }  // namespace
+}  // namespace packagetest
