@@ -1,6 +1,7 @@
 #include "QVPlatform/Bundle.h"
 
 #include <dlfcn.h>
+#include <link.h>
 
 #include <array>
 #include <functional>
@@ -45,10 +46,16 @@ void keepFoundFolder(std::string_view name, const fs::path& folder) {
     state().found.insert_or_assign(std::string(name), folder);
 }
 
-/// What the loader calls the file that holds an address; empty when none does.
+/// What the loader calls the file that holds an address; empty when none does, or when it is the program.
 std::string_view nameOfFileHoldingAddress(const void* address) {
+#ifdef DLFO_EH_SEGMENT_TYPE
+    // Finds the file alone; the other call also looks through all its symbols for the nearest.
+    dl_find_object found{};
+    return ::_dl_find_object(const_cast<void*>(address), &found) == 0 ? found.dlfo_link_map->l_name : "";
+#else
     Dl_info info{};
     return ::dladdr(address, &info) != 0 && info.dli_fname ? info.dli_fname : "";
+#endif
 }
 
 /// The file of a library or program that the loader calls so, without links.
