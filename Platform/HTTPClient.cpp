@@ -29,19 +29,22 @@ std::optional<HTTPTransfer::Clock::time_point> endOf(const HTTPRequest& request)
     return std::min(end, request.deadline.value_or(end));
 }
 
-HTTPResponse followRedirects(HTTPRequest request) {
-    const auto end = endOf(request);
+// The caller's request is copied, with its body, only where a redirect changes it.
+HTTPResponse followRedirects(const HTTPRequest& first) {
+    const auto end = endOf(first);
+    std::optional<HTTPRequest> redirected;
     for (int redirects = 0;; ++redirects) {
+        const HTTPRequest& request = redirected ? *redirected : first;
         HTTPResponse response = HTTPTransfer(request, end).run();
         if (response.error || !request.followsRedirects || !isRedirect(response)) return response;
         if (redirects == kMostRedirects) {
             return failure(HTTPErrorCode::TooManyRedirects, "The server redirects too often");
         }
-        auto next = redirectedRequest(std::move(request), response);
+        auto next = redirectedRequest(redirected ? *std::move(redirected) : first, response);
         if (!next) {
             return failure(HTTPErrorCode::TooManyRedirects, "The server redirects to an address that is not allowed");
         }
-        request = *std::move(next);
+        redirected = std::move(next);
     }
 }
 
