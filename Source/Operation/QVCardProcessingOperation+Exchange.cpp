@@ -6,16 +6,18 @@
 #include "QVPlatform/Log.h"
 #include "QVPlatform/Text.h"
 
+#include <utility>
+
 namespace {
 
 constexpr const char* kDefaultLanguage = "en";
 
 qv::HTTPRequest requestToRecognise(const qv::URL& url, const QVString& language, const QVString& token,
-                                   const std::optional<qv::Data>& data) {
+                                   std::optional<qv::Data> data) {
     qv::HTTPRequest request{.method = "POST", .url = url};
     request.headers = {{"content-language", language.value_or(kDefaultLanguage)}, {"Content-Type", "image/jpeg"}};
     if (token) request.headers.emplace_back("auth", *token);
-    request.body = data;
+    request.body = std::move(data);
     request.cachePolicy = qv::CachePolicy::ReturnCacheDataElseLoad;
     return request;
 }
@@ -52,6 +54,11 @@ std::optional<qv::Data> QVCardProcessingOperation::compressedCardImageDataFromNS
 QVString QVCardProcessingOperation::sendCardSynchronouslyWithData(const std::optional<qv::Data>& data,
                                                                   const QVString& auth,
                                                                   std::optional<qv::Error>* error) const {
+    return send(data, auth, error);
+}
+
+QVString QVCardProcessingOperation::send(std::optional<qv::Data> data, const QVString& auth,
+                                         std::optional<qv::Error>* error) const {
     qv::Log::write("<INFO> Sending card to %@", mServerURL ? QVString(mServerURL->absoluteString()) : std::nullopt);
     if (!mServerURL) {
         store(error, connectionFailed(
@@ -60,7 +67,7 @@ QVString QVCardProcessingOperation::sendCardSynchronouslyWithData(const std::opt
     }
     const auto request = mRequest.load();
     const auto answer = qv::HTTPClient::sendSynchronousRequest(
-        requestToRecognise(*mServerURL, request ? request->recoLanguage() : std::nullopt, auth, data));
+        requestToRecognise(*mServerURL, request ? request->recoLanguage() : std::nullopt, auth, std::move(data)));
     QVString text = answer.body ? qv::Text::stringFromUTF8(*answer.body) : std::nullopt;
     if (answer.error) {
         store(error, connectionFailed(*answer.error));
@@ -73,10 +80,10 @@ QVString QVCardProcessingOperation::sendCardSynchronouslyWithData(const std::opt
 std::shared_ptr<QVBusinessCard> QVCardProcessingOperation::performCardScanSynchronouslyFromImage(
     const std::shared_ptr<qv::Image>& image, const QVString& withAuth, QVErrorArray& errors,
     QVString& rawResult) const {
-    const auto data = compressedCardImageDataFromNSImage(image);
+    auto data = compressedCardImageDataFromNSImage(image);
     auto list = std::make_shared<std::vector<qv::Error>>();
     std::optional<qv::Error> sendError;
-    const QVString text = sendCardSynchronouslyWithData(data, withAuth, &sendError);
+    const QVString text = send(std::move(data), withAuth, &sendError);
     // The slot starts empty, and the parser fills only a slot that holds an error: a malformed answer reports nothing
     // and yields the card as far as it was read.
     std::optional<qv::Error> parseError;

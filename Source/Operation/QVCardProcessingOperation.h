@@ -63,6 +63,9 @@ class QV_EXPORT QVCardProcessingOperation : public qv::Operation {
     QVCardProcessingOperation(std::shared_ptr<QVCardProcessingRequest> request, std::optional<qv::URL> serverURL);
 
   private:
+    /// What `sendCardSynchronouslyWithData` does, with bytes that nobody needs any more.
+    QVString send(std::optional<qv::Data> data, const QVString& auth, std::optional<qv::Error>* error) const;
+
     qv::Atomic<std::shared_ptr<QVCardProcessingRequest>> mRequest;
     qv::Atomic<std::shared_ptr<QVCardProcessingResponse>> mResponse;
     const std::optional<qv::URL> mServerURL;
