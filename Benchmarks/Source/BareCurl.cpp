@@ -12,7 +12,8 @@ static std::size_t append(char* bytes, std::size_t, std::size_t size, void* answ
     return size;
 }
 
-BareCurl::BareCurl(std::string url, const qv::Data& body, int threadCount) : mURL(std::move(url)), mBody(body) {
+BareCurl::BareCurl(std::string url, const qv::Data& body, int threadCount, std::function<void()> beforePost)
+    : mURL(std::move(url)), mBody(body), mBeforePost(std::move(beforePost)) {
     for (int index = 0; index < threadCount; ++index)
         mThreads.emplace_back([this] { serve(); });
 }
@@ -56,6 +57,7 @@ void BareCurl::serve() {
         if (mStops) break;
         --mWaiting;
         lock.unlock();
+        mBeforePost();
         answer.clear();
         const bool failed = curl_easy_perform(curl) != CURLE_OK;
         lock.lock();

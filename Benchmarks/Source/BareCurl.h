@@ -12,10 +12,11 @@
 
 namespace benchmarksupport {
 
-/// Threads that post the same bytes with libcurl and nothing around it, each over a connection that stays open.
+/// Threads that post the same bytes with libcurl and nothing around it, each over a connection that stays open. Before
+/// each post a thread does what it is told to.
 class BareCurl {
   public:
-    BareCurl(std::string url, const qv::Data& body, int threadCount);
+    BareCurl(std::string url, const qv::Data& body, int threadCount, std::function<void()> beforePost);
     ~BareCurl();
     BareCurl(const BareCurl&) = delete;
     BareCurl& operator=(const BareCurl&) = delete;
@@ -28,6 +29,7 @@ class BareCurl {
 
     std::string mURL;
     const qv::Data& mBody;
+    std::function<void()> mBeforePost;
     std::mutex mMutex;
     std::condition_variable mChanged;
     int mWaiting = 0;  ///< posts that nobody has begun

@@ -1,47 +1,15 @@
 #include "Source/CardRun.h"
 
-#include "QVCardScan/QVCardUtilities.h"
-#include "QVPlatform/Log.h"
-#include "Support/Duel.h"
+#include "QVCardScan/QVCardProcessingOperation.h"
 
 #include <atomic>
-#include <ctime>
 #include <latch>
 #include <stdexcept>
-#include <string_view>
 #include <vector>
 
 namespace benchmarksupport {
 
 namespace {
-
-double processorTimeOfThread() {
-    timespec now{};
-    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
-}
-
-/// Sums what preparation takes while it lives. The pipeline tells by its log when preparation begins and what comes
-/// after it, on the thread that does it.
-class PreparationClock {
-  public:
-    PreparationClock() {
-        qv::Log::setSink([this](std::string_view message) {
-            static thread_local double start = 0;
-            if (message == "<INFO> Compressing card image") start = processorTimeOfThread();
-            if (message.starts_with("<INFO> Sending card to ")) add(processorTimeOfThread() - start);
-        });
-    }
-    ~PreparationClock() { qv::Log::setSink({}); }
-    PreparationClock(const PreparationClock&) = delete;
-    PreparationClock& operator=(const PreparationClock&) = delete;
-
-    double sum() const { return static_cast<double>(mNanoseconds) / 1e6; }
-
-  private:
-    void add(double milliseconds) { mNanoseconds += static_cast<long>(milliseconds * 1e6); }
-    std::atomic<long> mNanoseconds{0};
-};
 
 std::shared_ptr<QVCardProcessingRequest> requestFor(const std::shared_ptr<qv::Image>& photograph, int number) {
     auto request = std::make_shared<QVCardProcessingRequest>();
@@ -65,8 +33,7 @@ CardRun::~CardRun() {
     mManager->cleanUpOperationQueue();
 }
 
-CardRun::Outcome CardRun::run(int count) {
-    const PreparationClock preparation;
+Times CardRun::run(int count) {
     std::latch done(count);
     std::atomic<int> good{0};
     const Times start = timesSoFar();
@@ -79,12 +46,13 @@ CardRun::Outcome CardRun::run(int count) {
     done.wait();
     const Times end = timesSoFar();
     if (good != count) throw std::runtime_error("a card failed");
-    return {end.wall - start.wall, end.processor - start.processor - preparation.sum()};
+    return {end.processor - start.processor, end.wall - start.wall};
 }
 
 qv::Data CardRun::prepare() const {
-    const auto scaled = imageByScalingProportionallyToSize(mPhotograph, {1024, 1024});
-    return JPEGRepresentationUsingCompressionFactor(scaled, 0.7).value();
+    return QVCardProcessingOperation::initWithRequest(nullptr, std::nullopt)
+        ->compressedCardImageDataFromNSImage(mPhotograph)
+        .value();
 }
 
 double CardRun::preparationOnWall() const {

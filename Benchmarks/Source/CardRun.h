@@ -3,6 +3,7 @@
 #include "QVCardScan/QVBizCardManager.h"
 #include "QVPlatform/Data.h"
 #include "QVPlatform/Image.h"
+#include "Support/Duel.h"
 
 #include <memory>
 #include <string>
@@ -17,12 +18,12 @@ class CardRun {
     CardRun(const CardRun&) = delete;
     CardRun& operator=(const CardRun&) = delete;
 
-    struct Outcome {
-        double wall = 0;                         ///< milliseconds until the last card is done
-        double processorOutsidePreparation = 0;  ///< milliseconds of the whole process
-    };
-    /// Queues so many cards at once and waits for them. Throws `std::runtime_error` when one fails.
-    Outcome run(int count);
+    /// Queues so many cards at once and waits for them; what it took, in all. Throws `std::runtime_error` when one
+    /// fails.
+    Times run(int count);
+
+    /// Prepares the photograph once, as the pipeline does.
+    qv::Data prepare() const;
 
     /// What is posted for each card.
     const qv::Data& preparedBytes() const { return mPrepared; }
@@ -30,8 +31,6 @@ class CardRun {
     double preparationOnWall() const;
 
   private:
-    qv::Data prepare() const;
-
     std::shared_ptr<qv::Image> mPhotograph;
     qv::Data mPrepared;
     std::shared_ptr<QVBizCardManager> mManager;
