@@ -5,7 +5,7 @@ from .answer import KINDS
 
 BINS = ((1, 50), (51, 60), (61, 70), (71, 80), (81, 90), (91, 95), (96, 100))
 HEAD = ("", "printed", "right", "extra", "missed", "precision", "recall", "F1", "anywhere")
-HANDLES = KINDS[len(counting.MAIN_KINDS):]
+MOST = 100  # letters of a table's cell
 
 
 def report(outcomes, memory=()):
@@ -134,7 +134,7 @@ def _weight_rows(groups):
 def _negatives(pictures):
     if not pictures:
         return ""
-    rows = [(one.label["image"], one.found, "; ".join("%s: %s" % (kind, text) for _, kind, text in one.mistakes))
+    rows = [(one.label["image"], one.found, "; ".join("%s: %s" % (kind, text) for _, kind, text in one.mistakes)[:MOST])
             for one in pictures if one.found]
     line = "Pictures without a card: %d, on %d of them fields were found, %d in all." % (
         len(pictures), len(rows), sum(one.found for one in pictures))

@@ -30,12 +30,36 @@ class Person:
 
 def mecard(person):
     """The person as the text of a QR code (the MECARD form: N, ORG, TEL, EMAIL, URL, each ended by `;`)."""
-    given, _, family = person.name.rpartition(" ")
+    given, _, family = bare_name(person.name).rpartition(" ")
     entries = ["N:%s,%s" % (_escaped(family), _escaped(given)), "ORG:" + _escaped(person.company)]
     entries += ["TEL:" + _escaped(number) for kind, number in person.phones if kind != "fax"]
     entries += [kind.upper() + ":" + _escaped(getattr(person, kind)) for kind in ("email", "url")
                 if getattr(person, kind)]
     return "MECARD:" + ";".join(entries) + ";;"
+
+
+TYPES = {"phone": "WORK,VOICE", "mobile": "CELL", "fax": "FAX"}
+
+
+def vcard(person, limit):
+    """The same as a vCard 3.0 (RFC 2426) of at most so many bytes: what finds no room is left out."""
+    given, _, family = bare_name(person.name).rpartition(" ")
+    lines = ["BEGIN:VCARD", "VERSION:3.0", "N:%s;%s" % (_escaped(family), _escaped(given))]
+    more = [("TEL;TYPE=%s:" % TYPES[kind]) + number for kind, number in person.phones]
+    more += ["EMAIL:" + person.email] if person.email else []
+    more += ["ORG:" + _escaped(person.company)]
+    more += ["URL:" + person.url] if person.url else []
+    more += ["TITLE:" + _escaped(person.title)]
+    for line in more:
+        if len("\r\n".join(lines + [line, "END:VCARD"]).encode()) + 2 <= limit:
+            lines.append(line)
+    return "\r\n".join(lines + ["END:VCARD", ""])
+
+
+def bare_name(name):
+    """A name without degrees."""
+    words = [word for word in name.partition(",")[0].split() if not word.endswith(".") and word not in ("dr", "mgr")]
+    return " ".join(words)
 
 
 def _escaped(text):

@@ -4,7 +4,7 @@ import argparse
 import os
 import sys
 
-from . import collection, fonts, samples
+from . import collection, fonts, negatives, samples
 
 FOLDER = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 
@@ -20,6 +20,10 @@ def main(arguments=None):
     if options.samples is not None:
         samples.make(options.out or FOLDER, options.samples)
         return 0
+    if options.negatives:
+        negatives.make(options.out, options.count, options.seed)
+        print("%d pictures without a card in %s" % (options.count, options.out))
+        return 0
     entries = collection.make(options.out, options.count, options.seed, options.part)
     print("%d pictures of %d cards in %s" % (len(entries), options.count, options.out))
     return 0
@@ -33,6 +37,7 @@ def _parser():
     parser.add_argument("--out", help="folder for the pictures and labels.jsonl")
     parser.add_argument("--part", choices=("all", "tuning", "held-out"), default="all",
                         help="which layouts and type faces to use (default all)")
+    parser.add_argument("--negatives", action="store_true", help="make pictures that show no card instead")
     parser.add_argument("--samples", nargs="*", metavar="IMAGE",
                         help="make the samples of this folder instead (or only those named)")
     return _Checked(parser)

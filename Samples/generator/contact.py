@@ -15,6 +15,18 @@ LABELS = {
            "url": ("Web", "W"), "twitter": ("Twitter", "Twitter"), "skype": ("Skype", "Skype")},
     "sv": {"phone": ("Telefon", "T"), "mobile": ("Mobil", "M"), "fax": ("Fax", "F"), "email": ("E-post", "E"),
            "url": ("Webb", "W"), "twitter": ("Twitter", "Twitter"), "skype": ("Skype", "Skype")},
+    "it": {"phone": ("Tel.", "T"), "mobile": ("Cell.", "C"), "fax": ("Fax", "F"), "email": ("E-mail", "E"),
+           "url": ("Sito", "W"), "twitter": ("Twitter", "Twitter"), "skype": ("Skype", "Skype")},
+    "pt": {"phone": ("Tel.", "T"), "mobile": ("Telemóvel", "Tlm"), "fax": ("Fax", "F"), "email": ("E-mail", "E"),
+           "url": ("Site", "W"), "twitter": ("Twitter", "Twitter"), "skype": ("Skype", "Skype")},
+    "nl": {"phone": ("Tel.", "T"), "mobile": ("Mobiel", "M"), "fax": ("Fax", "F"), "email": ("E-mail", "E"),
+           "url": ("Web", "W"), "twitter": ("Twitter", "Twitter"), "skype": ("Skype", "Skype")},
+    "pl": {"phone": ("tel.", "T"), "mobile": ("kom.", "K"), "fax": ("faks", "F"), "email": ("e-mail", "E"),
+           "url": ("www", "W"), "twitter": ("Twitter", "Twitter"), "skype": ("Skype", "Skype")},
+    "cs": {"phone": ("Tel.", "T"), "mobile": ("Mobil", "M"), "fax": ("Fax", "F"), "email": ("E-mail", "E"),
+           "url": ("Web", "W"), "twitter": ("Twitter", "Twitter"), "skype": ("Skype", "Skype")},
+    "tr": {"phone": ("Tel", "T"), "mobile": ("Cep", "C"), "fax": ("Faks", "F"), "email": ("E-posta", "E"),
+           "url": ("Web", "W"), "twitter": ("Twitter", "Twitter"), "skype": ("Skype", "Skype")},
 }
 
 # Handles mean nothing without a label, and a number other than the first telephone must say what it is.

@@ -1,6 +1,6 @@
 """The printed side of a card: draws in millimetres and notes every field that it prints."""
 
-from PIL import Image, ImageDraw
+from PIL import Image, ImageDraw, ImageOps
 
 from . import fonts
 
@@ -32,19 +32,28 @@ class Page:
         return face.getlength(text) / self.scale + tracking * size * max(0, len(text) - 1)
 
     def text(self, x, y, text, size, family=None, weight="regular", colour=None, align="left", tracking=0.0,
-             room=None):
-        """Prints a line with its upper edge at y and returns the y after it. A line wider than `room` shrinks."""
+             room=None, apart=True):
+        """Prints a line with its upper edge at y and returns the y after it. A line wider than `room` shrinks. It may
+        stand close to its neighbours when it need not be `apart` from them."""
         family = family or self.style.body
         width = self.text_width(text, size, family, weight, tracking)
         if room and width > room:
             size, width = size * room / width, room
         left = {"left": x, "centre": x - width / 2, "right": x - width}[align]
-        self.boxes.append((left, y + size * 0.2, left + width, y + size * 1.15))
+        self.boxes.append((left, y + size * (0.2 if apart else 0.4), left + width, y + size * (1.15 if apart else 1.0)))
         self.smallest = min(self.smallest, size)
         self._letters(left, y, text, size, fonts.face(family, weight, round(size * self.scale)),
                       colour or self.style.palette.ink, tracking)
         self.printed.append(text)
         return y + size * 1.22
+
+    def margin(self):
+        """The width of the rim on which nothing is printed."""
+        if not self.boxes:
+            return 0.0
+        return min(min(left for left, _, _, _ in self.boxes), min(top for _, top, _, _ in self.boxes),
+                   self.style.width - max(right for _, _, right, _ in self.boxes),
+                   self.style.height - max(bottom for _, _, _, bottom in self.boxes))
 
     def crowded(self):
         """Whether lines touch each other, the edge or a code, or are set smaller than cards are."""
@@ -79,6 +88,12 @@ class Page:
     def disc(self, x, y, radius, colour):
         """A filled disc."""
         self.draw.ellipse([(v) * self.scale for v in (x - radius, y - radius, x + radius, y + radius)], fill=colour)
+
+    def picture(self, left, top, right, bottom, image):
+        """A picture (RGB) that fills a rectangle; what does not fit in its shape is cut off."""
+        size = (round((right - left) * self.scale), round((bottom - top) * self.scale))
+        part = ImageOps.fit(image, size, Image.BICUBIC)
+        self.image.paste(part, (round(left * self.scale), round(top * self.scale)))
 
     def polygon(self, points, colour):
         """A filled polygon."""

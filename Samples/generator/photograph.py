@@ -6,7 +6,7 @@ from typing import Tuple
 import numpy
 from PIL import Image, ImageDraw, ImageFilter
 
-from . import backgrounds, light as lights
+from . import backgrounds, light as lights, things
 
 DISTANCE = 320.0  # millimetres from the camera to the card
 BAND = 256  # rows that are developed at a time: a 12-megapixel picture never stands in floats as a whole
@@ -15,7 +15,8 @@ BAND = 256  # rows that are developed at a time: a 12-megapixel picture never st
 @dataclass(frozen=True)
 class Shot:
     """One photograph. Angles in degrees (`roll` turns clockwise), `fill` is the card's share of the picture's width or
-    height, `blur` and `motion` are pixels at 1000 pixels of width, `grain` is the noise's deviation (0 to 255)."""
+    height, `blur` and `motion` are pixels at 1000 pixels of width, `grain` is the noise's deviation (0 to 255). `things`
+    lie around the card, and a hand may hold it."""
 
     width: int = 2000
     height: int = 1500
@@ -29,6 +30,8 @@ class Shot:
     blur: float = 0.25
     motion: float = 0.0
     grain: float = 1.5
+    things: Tuple[str, ...] = ()
+    held: bool = False
 
 
 def corners(shot, width, height):
@@ -54,10 +57,28 @@ def print_scale(quad, width):
 
 def take(page, quad, shot, random):
     """The picture of a page as an RGB image, upright."""
-    scene = _background(shot, random)
+    mm = print_scale(quad, page.style.width) / 1.1
+    scene = things.lay(_background(shot, random), shot.things, quad, mm, random)
     card = _placed(page, quad, shot)
     scene = _with_card_shadow(scene, card.getchannel("A"), shot)
     scene.paste(card.convert("RGB"), (0, 0), card.getchannel("A"))
+    if shot.held:
+        scene = things.hold(scene, quad, mm, random, page.margin())
+    return _exposed(scene, shot, random)
+
+
+def view(picture, shot, random):
+    """The picture of something that fills the whole view."""
+    return _exposed(picture.convert("RGB").resize((shot.width, shot.height), Image.BICUBIC), shot, random)
+
+
+def ground(shot, random):
+    """What a card would lie on, without one."""
+    return _background(shot, random)
+
+
+def _exposed(scene, shot, random):
+    """What the lens and the sensor make of a scene."""
     if shot.blur:
         scene = scene.filter(ImageFilter.GaussianBlur(shot.blur * shot.width / 1000))
     if shot.motion:

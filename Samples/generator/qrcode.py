@@ -5,6 +5,7 @@ BLOCKS = {1: (10, [16]), 2: (16, [28]), 3: (26, [44]), 4: (18, [32] * 2), 5: (24
           7: (18, [31] * 4), 8: (22, [38] * 2 + [39] * 2), 9: (22, [36] * 3 + [37] * 2), 10: (26, [43] * 4 + [44])}
 ALIGNMENT = {1: [], 2: [6, 18], 3: [6, 22], 4: [6, 26], 5: [6, 30], 6: [6, 34], 7: [6, 22, 38], 8: [6, 24, 42],
              9: [6, 26, 46], 10: [6, 28, 50]}
+MOST_BYTES = 208  # what version 10 holds, also when it has to say that they are UTF-8
 LEVEL_M = 0b00
 MASKS = (lambda r, c: (r + c) % 2, lambda r, c: r % 2, lambda r, c: c % 3, lambda r, c: (r + c) % 3,
          lambda r, c: (r // 2 + c // 3) % 2, lambda r, c: r * c % 2 + r * c % 3,

@@ -1,6 +1,6 @@
 """How a card looks: paper, ink, type and the way its lines are labelled."""
 
-from dataclasses import dataclass
+from dataclasses import dataclass, replace
 from typing import Tuple
 
 from . import fonts
@@ -39,7 +39,8 @@ DARK_PALETTES = (
 
 @dataclass(frozen=True)
 class Style:
-    """One card's style. `labels`: "word" (Phone), "letter" (T) or "bare" (only where a number needs telling apart)."""
+    """One card's style. `labels`: "word" (Phone), "letter" (T) or "bare" (only where a number needs telling apart);
+    `name_tracking` is the space between a name's letters in em."""
 
     palette: Palette
     heading: str
@@ -53,6 +54,7 @@ class Style:
     width: float = 89.0
     height: float = 51.0
     rounded: bool = False
+    name_tracking: float = 0.0
 
 
 def invent(rng, families, dark):
@@ -65,7 +67,16 @@ def invent(rng, families, dark):
         labels=rng.choice(("word", "word", "letter", "bare")), separator=rng.choice((": ", " ", "  ")),
         upper_name=rng.random() < 0.25, upper_company=rng.random() < 0.3,
         body_size=rng.uniform(2.55, 3.0), name_size=rng.uniform(4.2, 5.6),
-        width=width, height=height, rounded=rng.random() < 0.15)
+        width=width, height=height, rounded=rng.random() < 0.15,
+        name_tracking=rng.uniform(0.1, 0.3) if rng.random() < 0.12 else 0.0)
+
+
+def standing(look):
+    """The same for a card that stands upright; there is less room across."""
+    if look.height > look.width:
+        return look
+    return replace(look, width=look.height, height=look.width, body_size=min(look.body_size, 2.75),
+                   name_size=min(look.name_size, 4.8), name_tracking=0.0)
 
 
 def families(kind):
