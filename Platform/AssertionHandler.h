@@ -9,9 +9,13 @@ namespace qv {
 
 /// What a failed assertion says: a programming error of the host, found at run time.
 struct AssertionFailure {
+    /// What should have been so.
     std::string_view description;
+    /// The operation that found out.
     std::string_view function;
+    /// The source unit.
     std::string_view file;
+    /// The line in it.
     int line = 0;
 };
 
@@ -19,10 +23,12 @@ struct AssertionFailure {
 /// that asserted does not go on with its work. What a handler throws is caught by the thread that ran the code.
 class QV_EXPORT AssertionHandler {
   public:
+    /// Gets each failed assertion, on the thread that asserted.
     using Handler = std::function<void(const AssertionFailure&)>;
 
     /// Installs the host's handler; an empty function brings the default back.
     static void setHandler(Handler handler);
+    /// Tells the handler.
     static void handleFailure(const AssertionFailure& failure);
 };
 

@@ -11,6 +11,7 @@ template <typename T>
 class Atomic {
   public:
     Atomic() = default;
+    /// Begins with that value.
     explicit Atomic(T value) : mValue(std::move(value)) {}
     Atomic(const Atomic&) = delete;
     Atomic& operator=(const Atomic&) = delete;

@@ -37,6 +37,7 @@ class QV_EXPORT Bundle {
     /// UTF-8. Any thread may call.
     static std::string localizedString(std::string_view key);
 
+    /// Translates an English key; nothing when the host has no word of its own. Called on any thread.
     using Localizer = std::function<std::optional<std::string>(std::string_view key)>;
     /// The host's own look-up; an empty function brings gettext back. Nothing from it, or an exception, means that the
     /// host has no word of its own.

@@ -15,8 +15,11 @@ using Dictionary = std::map<std::string, std::any>;
 /// A failure as a value: who says it (`domain`), what (`code`), and whatever else is known (`userInfo`).
 /// A plain value; copies are independent.
 struct QV_EXPORT Error {
+    /// Who says it.
     std::string domain;
+    /// What, in the words of the domain.
     long code = 0;
+    /// Whatever else is known.
     Dictionary userInfo;
 };
 

@@ -22,20 +22,25 @@ QV_EXPORT std::string fillFormat(std::string_view format, std::initializer_list<
 inline std::string describe(std::string_view text) {
     return std::string(text);
 }
+/// A text prints as it is.
 inline std::string describe(const std::string& text) {
     return text;
 }
+/// A null pointer prints as "(null)".
 inline std::string describe(const char* text) {
     return text ? text : "(null)";
 }
+/// A number prints in decimal digits.
 template <typename T>
 requires std::is_integral_v<T> std::string describe(T number) {
     return std::to_string(number);
 }
+/// An absent value prints as "(null)".
 template <typename T>
 std::string describe(const std::optional<T>& value) {
     return value ? describe(*value) : "(null)";
 }
+/// An object prints as its own description.
 template <typename T>
 requires requires(const T& object) {
     object.description();
@@ -43,6 +48,7 @@ requires requires(const T& object) {
 std::string describe(const T& object) {
     return object.description();
 }
+/// A null pointer prints as "(null)".
 template <typename T>
 std::string describe(const std::shared_ptr<T>& object) {
     return object ? describe(*object) : "(null)";

@@ -28,13 +28,17 @@ enum class HTTPErrorCode : long {
 /// What a cached answer may be used for. This client has no cache; the value is kept for those that do.
 enum class CachePolicy { UseProtocolCachePolicy = 0, ReturnCacheDataElseLoad = 2 };
 
+/// What to ask of whom, and what the answer may cost.
 struct HTTPRequest {
+    /// The HTTP method.
     std::string method = "GET";
+    /// Absolute, http or https.
     URL url;
     /// Sent in this order, after the client's own. The length of the body is the client's business.
     std::vector<std::pair<std::string, std::string>> headers{};
     /// Absent: no body; present and empty: a body of zero bytes. POST, PUT and PATCH always have one.
     std::optional<Data> body{};
+    /// See `CachePolicy`.
     CachePolicy cachePolicy = CachePolicy::UseProtocolCachePolicy;
     /// Redirects are off unless this is set; then at most 5, each checked again, and headers that carry credentials
     /// ("Authorization", "Cookie", "auth") go to the first origin only. A POST answered by 301, 302 or 303 goes on as
@@ -56,6 +60,7 @@ struct HTTPRequest {
     bool redirectsOnlyToPublicAddresses = false;
 };
 
+/// What came back.
 struct HTTPResponse {
     /// 0 when no answer arrived.
     long status = 0;

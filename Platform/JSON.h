@@ -33,6 +33,7 @@ class QV_EXPORT JSON {
     /// the last counts.
     static std::optional<JSON> read(const Data& text, const JSONLimits& limits = {});
 
+    /// Whether it is an object.
     bool isObject() const;
 
     /// The member of an object; null for anything else.
@@ -43,6 +44,7 @@ class QV_EXPORT JSON {
     /// Absent for anything but a string (which may hold any character, NUL among them), and for anything but a truth
     /// value.
     std::optional<std::string> string() const;
+    /// Absent for anything but a truth value.
     std::optional<bool> boolean() const;
 
   private:

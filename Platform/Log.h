@@ -14,6 +14,7 @@ namespace qv {
 /// per message, and must not log itself.
 class QV_EXPORT Log {
   public:
+    /// Gets one message; on the thread that logs.
     using Sink = std::function<void(std::string_view message)>;
 
     /// Replaces the sink. An empty function discards everything, before it is even formatted.

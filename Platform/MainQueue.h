@@ -16,7 +16,9 @@ namespace qv {
 class QV_EXPORT MainExecutor {
   public:
     virtual ~MainExecutor() = default;
+    /// Has the work run as soon as the main thread comes to it.
     virtual void dispatchAsync(std::function<void()> work) = 0;
+    /// Has the work run when the delay is over, not before.
     virtual void dispatchAfter(std::chrono::nanoseconds delay, std::function<void()> work) = 0;
     /// Whether the calling thread is the one that runs the work.
     virtual bool isMainThread() const = 0;
@@ -26,6 +28,7 @@ class QV_EXPORT MainExecutor {
 /// ignored, and a negative delay is none.
 class QV_EXPORT PumpedExecutor : public MainExecutor {
   public:
+    /// Tells the time since some beginning; called on any thread.
     using Clock = std::function<std::chrono::nanoseconds()>;
 
     /// Time is the steady clock's.
@@ -58,7 +61,9 @@ class QV_EXPORT PumpedExecutor : public MainExecutor {
 /// A clock that stands still until it is told to move. Any thread may read it.
 class QV_EXPORT ManualClock {
   public:
+    /// The time it was told.
     std::chrono::nanoseconds now() const;
+    /// Moves the time on.
     void advance(std::chrono::nanoseconds by);
     /// This clock for a `PumpedExecutor`; it must outlive the executor.
     PumpedExecutor::Clock clock() const;

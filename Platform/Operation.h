@@ -25,8 +25,11 @@ class QV_EXPORT Operation {
 
     /// Sets the flag; interrupts nothing.
     void cancel() { mCancelled = true; }
+    /// Whether somebody called `cancel`.
     bool isCancelled() const { return mCancelled; }
+    /// Whether `main` is running.
     bool isExecuting() const { return mExecuting; }
+    /// Whether `main` has returned.
     bool isFinished() const { return mFinished; }
 
     /// Runs after `main`, once the operation has left its queue; released when it has run. Setting it when the

@@ -23,6 +23,7 @@ class QV_EXPORT OperationQueue {
     OperationQueue(const OperationQueue&) = delete;
     OperationQueue& operator=(const OperationQueue&) = delete;
 
+    /// How many operations run at once.
     std::size_t maxConcurrentOperationCount() const;
 
     /// Null is ignored. An operation runs once: one that was added before, to whatever queue, is ignored with a logged

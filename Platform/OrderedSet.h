@@ -13,13 +13,16 @@ namespace qv {
 /// How an `OrderedSet` tells its elements apart: values by `==` and `std::hash`.
 template <typename T>
 struct SetTraits {
+    /// The value's hash.
     static std::size_t hash(const T& element) { return std::hash<T>{}(element); }
+    /// Whether two values are the same.
     static bool equal(const T& a, const T& b) { return a == b; }
 };
 
 /// Shared objects are told apart by their own `hash()` and `isEqual()`, not by address.
 template <typename T>
 struct SetTraits<std::shared_ptr<T>> {
+    /// The object's own hash; 0 for null.
     static std::size_t hash(const std::shared_ptr<T>& element) {
         if constexpr (requires { element->hash(); }) {
             return element ? element->hash() : 0;
@@ -27,6 +30,7 @@ struct SetTraits<std::shared_ptr<T>> {
             return std::hash<std::shared_ptr<T>>{}(element);
         }
     }
+    /// Whether two objects say that they are the same.
     static bool equal(const std::shared_ptr<T>& a, const std::shared_ptr<T>& b) {
         if constexpr (requires { a->isEqual(b); }) {
             return a == b || (a && b && a->isEqual(b));
@@ -41,10 +45,13 @@ struct SetTraits<std::shared_ptr<T>> {
 template <typename T, typename Traits = SetTraits<T>>
 class OrderedSet {
   public:
+    /// What it holds.
     using value_type = T;
+    /// Walks through it in its order.
     using const_iterator = typename std::vector<T>::const_iterator;
 
     OrderedSet() = default;
+    /// The elements in that order, the first of equal ones.
     OrderedSet(std::initializer_list<T> elements) {
         for (const T& element : elements)
             insert(element);
@@ -63,10 +70,15 @@ class OrderedSet {
             insert(element);
     }
 
+    /// Whether an equal element is there.
     bool contains(const T& element) const { return mIndex.contains(element); }
+    /// How many elements there are.
     std::size_t size() const { return mElements.size(); }
+    /// Whether there is none.
     bool empty() const { return mElements.empty(); }
+    /// The first element in its order.
     const_iterator begin() const { return mElements.begin(); }
+    /// Behind the last element.
     const_iterator end() const { return mElements.end(); }
 
     /// Equal when both hold equal elements, in whatever order.

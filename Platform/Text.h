@@ -16,6 +16,7 @@ namespace qv::Text {
 
 /// Unpaired surrogates and malformed bytes become U+FFFD.
 QV_EXPORT std::u16string utf16(std::string_view utf8);
+/// The way back: unpaired surrogates become U+FFFD.
 QV_EXPORT std::string utf8(std::u16string_view utf16);
 
 /// The bytes as text when they are strict UTF-8 (no overlong forms, no surrogates, no cut tail); a leading BOM stays.
@@ -36,11 +37,14 @@ QV_EXPORT std::u16string capitalized(std::u16string_view text);
 
 /// Full lower-casing, no locale.
 QV_EXPORT std::u16string lowercased(std::u16string_view text);
+/// The same over UTF-8.
 QV_EXPORT std::string lowercased(std::string_view utf8);
+/// The same over UTF-8.
 QV_EXPORT std::string capitalized(std::string_view utf8);
 
 /// One-to-one case folding, unit by unit; the length stays. Supplementary characters stay as they are.
 QV_EXPORT char16_t folded(char16_t unit);
+/// The same for every unit of a text.
 QV_EXPORT std::u16string folded(std::u16string_view text);
 
 /// Position of `needle` in the `length` units of `text` from `start`, by one-to-one case folding of code units; nothing
@@ -57,6 +61,7 @@ QV_EXPORT std::string replaceAll(std::string_view text, std::string_view target,
 /// Lenient numbers: leading white space, a sign, the longest numeric prefix; no prefix is 0. Overflow stops at the
 /// type's end. Never the C locale's.
 QV_EXPORT std::int64_t integerValue(std::string_view text);
+/// The same for a decimal number.
 QV_EXPORT float floatValue(std::string_view text);
 
 /// The whole of a file as UTF-8 text; nothing when it cannot be read or is not UTF-8.

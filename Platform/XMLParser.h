@@ -17,8 +17,10 @@ inline constexpr std::string_view kXMLParserErrorDomain = "QVXMLParserErrorDomai
 class QV_EXPORT XMLParserDelegate {
   public:
     virtual ~XMLParserDelegate() = default;
+    /// An element begins.
     virtual void didStartElement(const std::string& elementName,
                                  const std::map<std::string, std::string>& attributes) = 0;
+    /// An element ends.
     virtual void didEndElement(const std::string& elementName) = 0;
     /// Text, possibly in several pieces, entities resolved; CDATA is text.
     virtual void foundCharacters(std::string_view string) = 0;

@@ -14,6 +14,7 @@
 /// Domain of what an address book reports. A readable text, without secrets, is under `qv::kErrorDescriptionKey`.
 inline constexpr std::string_view kQVAddressBookErrorDomain = "QVAddressBookErrorDomain";
 
+/// Codes of that domain.
 enum QVAddressBookErrorCode : long {
     /// The host has chosen no address book.
     QVAddressBookErrorNoAddressBook = 1,
@@ -32,12 +33,16 @@ enum QVAddressBookErrorCode : long {
     QVAddressBookErrorNotAllowed = 8,
 };
 
+/// What a save did to the address book.
 enum class QVAddressBookSaveOutcome { None, Created, Updated };
 
 /// What became of a save: either an error, and nothing was changed, or the record's UID and what was done.
 struct QVAddressBookSaveResult {
+    /// Why nothing was saved; absent when it was.
     std::optional<qv::Error> error;
+    /// The record's UID; absent when nothing was saved.
     QVString UID;
+    /// What was done.
     QVAddressBookSaveOutcome outcome = QVAddressBookSaveOutcome::None;
 };
 
@@ -46,6 +51,7 @@ struct QVAddressBookSaveResult {
 /// `QVSocialProfileSourceAddressBook` and their `addressBookUID`, and belong to the caller.
 class QV_EXPORT QVAddressBook {
   public:
+    /// Records as profiles; none is null.
     using Profiles = std::vector<std::shared_ptr<QVSocialProfile>>;
 
     virtual ~QVAddressBook();
@@ -57,7 +63,9 @@ class QV_EXPORT QVAddressBook {
     /// Every contact, those with that e-mail address (without regard to case), and the one with that UID. What cannot
     /// be read is left out; `error` (null: nobody asks) is set when something was.
     virtual Profiles profiles(std::optional<qv::Error>* error) = 0;
+    /// Those with that e-mail address; see `profiles`.
     virtual Profiles profilesWithEmailAddress(const std::string& address, std::optional<qv::Error>* error) = 0;
+    /// The one with that UID; null when there is none. See `profiles`.
     virtual std::shared_ptr<QVSocialProfile> profileWithUID(const std::string& UID,
                                                             std::optional<qv::Error>* error) = 0;
 };

@@ -9,8 +9,11 @@
 /// Who asks. A token goes out as "Bearer"; otherwise user and password answer what the server asks for: Digest
 /// (RFC 7616) when it does, Basic from the start when not. Nothing of it is ever in a log, an error or an address.
 struct QVCardDAVCredentials {
+    /// The user's name.
     QVString user;
+    /// The user's password.
     QVString password;
+    /// Instead of both.
     QVString token;
 };
 

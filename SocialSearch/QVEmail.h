@@ -12,7 +12,9 @@ class QV_EXPORT QVEmail : public qv::Object {
     /// addresses go through this and a misread one must not vanish. The address is kept as it is written.
     static std::shared_ptr<const QVEmail> emailWithLabel(QVString label, QVString address);
 
+    /// What kind of address it is; may be absent.
     const QVString& label() const { return mLabel; }
+    /// The address as it is written.
     const std::string& address() const { return mAddress; }
 
     bool isEqual(const std::shared_ptr<const qv::Object>& other) const override;

@@ -28,13 +28,17 @@ class QV_EXPORT QVLinkFetcher {
     /// allowed, and when the fetch fails, brings no bytes or any status but 200.
     static std::optional<qv::Data> contentsOfLink(const QVString& link);
 
+    /// What deadlines are told by.
     using Clock = std::chrono::steady_clock;
     /// The same, over at `deadline` if that comes before the policy's time. A host's own fetcher is not told of it.
     static std::optional<qv::Data> contentsOfLink(const QVString& link, Clock::time_point deadline);
 
+    /// What links may lead to now.
     static QVLinkPolicy policy();
+    /// Replaces the policy, for fetches that begin from now on.
     static void setPolicy(QVLinkPolicy policy);
 
+    /// Fetches a link; absent when there is nothing. Called on any thread.
     using Fetcher = std::function<std::optional<qv::Data>(const std::string& link)>;
     /// The host's own way to fetch, in place of this one and its policy; an empty function brings this one back. What
     /// it throws counts as nothing fetched.

@@ -12,6 +12,7 @@ class QV_EXPORT QVPhoneNumber : public qv::Object {
     /// kept as it is written.
     static std::shared_ptr<const QVPhoneNumber> phoneNumberWithNumber(QVString number, QVString type);
 
+    /// The number as it is written.
     const std::string& number() const { return mNumber; }
     /// The label, as "Mobile".
     const QVString& type() const { return mType; }

@@ -10,6 +10,7 @@ class QV_EXPORT QVPostalAddress : public qv::Object {
     /// `addressWithLabel:formattedAddress:` Null when the address is absent or blank.
     static std::shared_ptr<const QVPostalAddress> addressWithLabel(QVString label, QVString formattedAddress);
 
+    /// What kind of address it is; may be absent.
     const QVString& label() const { return mLabel; }
     /// One or several lines, separated by LF.
     const std::string& formattedAddress() const { return mFormattedAddress; }

@@ -56,18 +56,21 @@ class QV_EXPORT QVSocialProfile : public qv::Object {
     const QVString& formattedName() const { return mFormattedName; }
     void setFormattedName(QVString formattedName) { mFormattedName = std::move(formattedName); }
 
+    /// The job title.
     const QVString& jobTitle() const { return mJobTitle; }
     void setJobTitle(QVString jobTitle) { mJobTitle = std::move(jobTitle); }
     /// A `QVSocialProfileSource`; 1 replaces a card's title, any other only fills one that is empty.
     std::int32_t jobTitleSource() const { return mJobTitleSource; }
     void setJobTitleSource(std::int32_t jobTitleSource) { mJobTitleSource = jobTitleSource; }
 
+    /// The company.
     const QVString& company() const { return mCompany; }
     void setCompany(QVString company) { mCompany = std::move(company); }
     /// As `jobTitleSource`.
     std::int32_t companySource() const { return mCompanySource; }
     void setCompanySource(std::int32_t companySource) { mCompanySource = companySource; }
 
+    /// The e-mail addresses, each mailbox once.
     const QVEmailList& emailAddresses() const { return mEmailAddresses; }
     /// `mergeWithEmailSet:` Adds the addresses that are not there yet, in the set's order; the first entry of several
     /// for one mailbox stays, with its label. Two addresses are the same without regard to case and to blanks around
@@ -76,6 +79,7 @@ class QV_EXPORT QVSocialProfile : public qv::Object {
     /// Replaces the list, without its null entries and duplicates.
     void setEmailAddresses(const QVEmailList& emailAddresses);
 
+    /// The telephone numbers, each once.
     const QVPhoneNumberList& phoneNumbers() const { return mPhoneNumbers; }
     /// `mergeWithPhoneNumberSet:` The same for numbers. Two are the same when their digits are, a country or trunk
     /// prefix apart ("+1 202 555 0142", "001 202 555 0142", "202-555-0142"), and so are their extensions.
@@ -87,6 +91,7 @@ class QV_EXPORT QVSocialProfile : public qv::Object {
     /// `mergeWithTwitterSet:` The same for handles. Two are the same without regard to case and to a leading "@".
     void mergeWithTwitterSet(const QVHandleSet& handles);
 
+    /// The postal addresses.
     const QVPostalAddressList& addressList() const { return mAddressList; }
     /// Entries that are null are left out.
     void setAddressList(QVPostalAddressList addressList);
@@ -94,6 +99,7 @@ class QV_EXPORT QVSocialProfile : public qv::Object {
     /// Pages of the person, http or https.
     const QVString& profileURLLinkedInPublic() const { return mProfileURLLinkedInPublic; }
     void setProfileURLLinkedInPublic(QVString link) { mProfileURLLinkedInPublic = std::move(link); }
+    /// As `profileURLLinkedInPublic`.
     const QVString& profileURLFacebook() const { return mProfileURLFacebook; }
     void setProfileURLFacebook(QVString link) { mProfileURLFacebook = std::move(link); }
 
@@ -101,6 +107,7 @@ class QV_EXPORT QVSocialProfile : public qv::Object {
     /// an empty one counts as present.
     const QVString& avatarURLLinkedIn() const { return mAvatarURLLinkedIn; }
     void setAvatarURLLinkedIn(QVString link) { mAvatarURLLinkedIn = std::move(link); }
+    /// As `avatarURLLinkedIn`.
     const QVString& avatarURLFacebookBig() const { return mAvatarURLFacebookBig; }
     void setAvatarURLFacebookBig(QVString link) { mAvatarURLFacebookBig = std::move(link); }
 

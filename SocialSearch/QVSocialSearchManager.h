@@ -27,7 +27,9 @@ class ProviderDesk;
 /// Any thread may call.
 class QV_EXPORT QVSocialSearchManager : public qv::Object {
   public:
+    /// Gets the answer; on the main executor.
     using Completion = std::function<void(std::shared_ptr<QVSocialSearchResponse> response)>;
+    /// Providers in their order of trust.
     using Providers = std::vector<std::shared_ptr<QVSocialSearchProvider>>;
 
     /// How long all providers together have, on the main executor's clock.
@@ -51,6 +53,7 @@ class QV_EXPORT QVSocialSearchManager : public qv::Object {
     /// The providers beside the address book, in their order of trust; null ones are left out.
     Providers providers() const;
     void setProviders(const Providers& providers);
+    /// Adds a provider behind the others; null is ignored.
     void addProvider(std::shared_ptr<QVSocialSearchProvider> provider);
 
   private:

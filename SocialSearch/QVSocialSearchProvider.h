@@ -11,6 +11,7 @@
 /// One place to look a person up. Hosts add their own to the search manager.
 class QV_EXPORT QVSocialSearchProvider {
   public:
+    /// What deadlines are told by.
     using Clock = std::chrono::steady_clock;
 
     virtual ~QVSocialSearchProvider();

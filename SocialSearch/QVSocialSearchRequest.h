@@ -13,6 +13,7 @@ class QV_EXPORT QVSocialSearchRequest : public qv::Object {
     /// `initWithEmailAddress:`
     static std::shared_ptr<QVSocialSearchRequest> initWithEmailAddress(QVString emailAddress);
 
+    /// Who is looked for.
     const QVString& emailAddress() const { return mEmailAddress; }
 
     /// A tag that comes back with the response.

@@ -22,6 +22,7 @@ class QV_EXPORT QVVCardFolder : public QVAddressBook {
     /// The folder is made by the first save when it is not there; the one above it must be there.
     explicit QVVCardFolder(std::filesystem::path folder) : mFolder(std::move(folder)) {}
 
+    /// Where the cards are.
     const std::filesystem::path& folder() const { return mFolder; }
 
     /// Called on the saving thread when a card's new content is written beside it, before the card is looked at once

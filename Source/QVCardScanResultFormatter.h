@@ -26,7 +26,7 @@ class QV_EXPORT QVCardScanResultFormatter {
     static QVString recoverMiddleNameDotString(const QVString& string);
 
     /// `normalizedEmailForEmail:` Lower-case, only characters of an address, with the dot before a known top-level
-    /// domain put back where it was lost: 'Jo@ZQCOM' becomes 'jo@zq.com'.
+    /// domain put back where it was lost: `Jo@ZQCOM` becomes `jo@zq.com`.
     static QVString normalizedEmailForEmail(const QVString& email);
     /// `sanitizeEmailString:` Only ASCII letters, digits and ".+-_@", in lower case.
     static QVString sanitizeEmailString(const QVString& string);

@@ -5,6 +5,7 @@
 
 #include <memory>
 
+/// GLib's own, as its headers have it.
 typedef struct _GMainContext GMainContext;
 
 /// The main executor of a host that runs a GLib main loop: the library's work becomes work of the loop.

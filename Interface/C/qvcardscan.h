@@ -218,8 +218,8 @@ typedef struct qv_card_field {
     int64_t rotation;  ///< degrees clockwise
     double x;          ///< left edge
     double y;          ///< upper edge
-    double width;
-    double height;
+    double width;      ///< from the left edge
+    double height;     ///< from the upper edge
     const char* text;  ///< may be absent
 } qv_card_field;
 /// How many fields were recognised; only for requests that wanted no note.

@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 
+/// How the service is asked.
 struct QVGravatarOptions {
     /// The host's key for the service, as text; blanks around it do not count. With a key the service says more and may
     /// be asked more often. Sent to `baseURL` only, there over https (or to the own machine), and never logged.
@@ -33,6 +34,7 @@ struct QVGravatarOptions {
 /// or by its rate-limit headers, it is left alone for so long. Redirects are not followed. Any thread may call.
 class QV_EXPORT QVGravatarProvider : public QVSocialSearchProvider {
   public:
+    /// A provider that asks the service so.
     explicit QVGravatarProvider(QVGravatarOptions options = {});
     ~QVGravatarProvider() override;
 

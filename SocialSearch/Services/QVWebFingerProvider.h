@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+/// How domains are asked.
 struct QVWebFingerOptions {
     /// Where a domain's questions go ("https://example.com", without a path); empty: to the domain, over https. An
     /// address that this gives is the host's choice, so it may lie in the own network; what it redirects to may not.
@@ -25,6 +26,7 @@ struct QVWebFingerOptions {
 /// `QVSocialProfileSourceWebFinger`, and so never replace a card's. Nothing is remembered. Any thread may call.
 class QV_EXPORT QVWebFingerProvider : public QVSocialSearchProvider {
   public:
+    /// A provider that asks domains so.
     explicit QVWebFingerProvider(QVWebFingerOptions options = {});
 
     std::string name() const override;

@@ -21,11 +21,17 @@
 /// - a text of more than 1000 bytes is no name: all of it is the given name.
 /// The parts hold every word of the name once, in its own spelling.
 struct QV_EXPORT QVPersonName {
+    /// Family name.
     std::string family;
+    /// Given name.
     std::string given;
+    /// What lies between.
     std::string additional;
+    /// Titles in front.
     std::string prefix;
+    /// Degrees and generations behind.
     std::string suffix;
 
+    /// `nameWithText:` The parts of a name as it is shown.
     static QVPersonName nameWithText(std::string_view displayName);
 };

@@ -24,17 +24,22 @@ class QV_EXPORT QVVCard {
     /// A card of version 3.0 with CR LF and nothing in it.
     static QVVCard emptyCard();
 
+    /// Takes the other card's contents.
     QVVCard(QVVCard&&) noexcept;
+    /// Takes the other card's contents.
     QVVCard& operator=(QVVCard&&) noexcept;
     ~QVVCard();
 
+    /// The version that the card says it has.
     QVVCardVersion version() const { return mVersion; }
+    /// The card as it is written to a file.
     std::string bytes() const;
 
     /// Those that can be read, in the card's order; VERSION among them. Valid until the card changes.
     std::vector<const QVVCardProperty*> properties() const;
     /// Those of a name (in capitals); the first of them, null when there is none.
     std::vector<const QVVCardProperty*> propertiesNamed(std::string_view capitals) const;
+    /// The first property of that name (in capitals); null when there is none.
     const QVVCardProperty* propertyNamed(std::string_view capitals) const;
     /// The property of that name in a group; null when there is none, or no group.
     const QVVCardProperty* propertyNamed(std::string_view capitals, const std::string& group) const;

@@ -24,6 +24,7 @@ class QVCardProcessingOperation;
 /// calls it from one thread, normally its main thread; completion blocks come on threads of the queue.
 class QV_EXPORT QVBizCardManager : public qv::Object {
   public:
+    /// Gets what became of a request; on a background thread.
     using Completion = std::function<void(std::shared_ptr<QVCardProcessingResponse> response)>;
     /// The record of one social search; never changes. Its values: the request's id (`std::string`), the contact
     /// (`std::shared_ptr<QVVeltoContact>`) and when it was asked for (`std::chrono::system_clock::time_point`).
@@ -103,6 +104,7 @@ class QV_EXPORT QVBizCardManager : public qv::Object {
     /// What allows a social search; only their presence counts.
     QVString linkedInKey() const { return mSearchCredentials->key.load(); }
     void setLinkedInKey(QVString linkedInKey) { mSearchCredentials->key.store(std::move(linkedInKey)); }
+    /// The other half of what allows a social search; only its presence counts.
     QVString linkedInSecret() const { return mSearchCredentials->secret.load(); }
     void setLinkedInSecret(QVString linkedInSecret) { mSearchCredentials->secret.store(std::move(linkedInSecret)); }
 

@@ -12,7 +12,9 @@
 
 /// What a social search's notification says, read from its dictionary. Objects are those of the notification.
 struct QV_EXPORT QVSocialSearchResult {
+    /// The note's UUID.
     std::string requestID;
+    /// What was found.
     QVSocialSearchResultType resultType = QVSocialSearchResultNotFound;
     /// Set when a profile was found; null otherwise.
     std::shared_ptr<QVSocialProfile> socialProfile;

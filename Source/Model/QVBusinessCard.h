@@ -24,13 +24,16 @@ class QV_EXPORT QVBusinessCard : public qv::Object {
     /// The card's size in the server's units.
     std::int64_t cardWidth() const { return mCardWidth; }
     void setCardWidth(std::int64_t cardWidth) { mCardWidth = cardWidth; }
+    /// The card's height in the server's units.
     std::int64_t cardHeight() const { return mCardHeight; }
     void setCardHeight(std::int64_t cardHeight) { mCardHeight = cardHeight; }
     /// The recognised fields in the order of the document; null for a card whose result was cut off.
     const QVFieldArray& fields() const { return mFields; }
     void setFields(QVFieldArray fields) { mFields = std::move(fields); }
+    /// The photographs as the host gave them; null when absent.
     const std::shared_ptr<qv::Image>& frontImage() const { return mFrontImage; }
     void setFrontImage(std::shared_ptr<qv::Image> frontImage) { mFrontImage = std::move(frontImage); }
+    /// As `frontImage`, of the other side.
     const std::shared_ptr<qv::Image>& backImage() const { return mBackImage; }
     void setBackImage(std::shared_ptr<qv::Image> backImage) { mBackImage = std::move(backImage); }
 

@@ -35,6 +35,7 @@ class QV_EXPORT QVBusinessCardField : public qv::Object {
                                                              QVString text, qv::Rect frame, std::int64_t weight,
                                                              std::int64_t orient);
 
+    /// A `QVBusinessCardFieldType`.
     std::int32_t type() const { return mType; }
     void setType(std::int32_t type) { mType = type; }
     /// A secondary code, 0 throughout.
@@ -43,15 +44,18 @@ class QV_EXPORT QVBusinessCardField : public qv::Object {
     /// The server's word for the kind of field, unchanged; absent when it gave none.
     const QVString& name() const { return mName; }
     void setName(QVString name) { mName = std::move(name); }
+    /// What the field says; absent when nothing was recognised.
     const QVString& text() const { return mText; }
     /// `setText:` Repairs names and e-mail addresses before they are stored, absent results included. A text whose
     /// repair leaves the range of a string (`qv::RangeError`) is logged and stored as it is; nothing else is caught.
     void setText(const QVString& text);
+    /// Where the field lies on the picture that was sent.
     const qv::Rect& frame() const { return mFrame; }
     void setFrame(const qv::Rect& frame) { mFrame = frame; }
     /// The recogniser's confidence; higher is better, 0 when it gave none.
     std::int64_t weight() const { return mWeight; }
     void setWeight(std::int64_t weight) { mWeight = weight; }
+    /// How far the picture is turned, in degrees.
     std::int64_t orient() const { return mOrient; }
     void setOrient(std::int64_t orient) { mOrient = orient; }
 

@@ -11,7 +11,9 @@
 #include <map>
 #include <vector>
 
+/// Errors in the order in which they happened, shared by reference; null when absent.
 using QVErrorArray = std::shared_ptr<std::vector<qv::Error>>;
+/// Degrees by image hash, shared by reference; null when absent.
 using QVRotationMap = std::shared_ptr<std::map<std::string, std::int64_t>>;
 
 /// What became of a request. Made by the framework; every property starts absent, false or zero and may be read from
@@ -20,6 +22,7 @@ class QV_EXPORT QVCardProcessingResponse : public qv::Object {
   public:
     QVCardProcessingResponse() = default;
 
+    /// The request's note UUID; absent when there was no server to ask.
     QVString originalNoteUUID() const { return mOriginalNoteUUID.load(); }
 
     /// The contact note's content; absent when note generation was skipped.
@@ -39,7 +42,9 @@ class QV_EXPORT QVCardProcessingResponse : public qv::Object {
 
     /// The recognised card's full name, e-mail addresses and phone numbers, in card order; absent when it has none.
     QVString contactName() const { return mContactName.load(); }
+    /// The recognised e-mail addresses in card order; null when there are none.
     QVStringArray contactEmails() const { return mContactEmails.load(); }
+    /// The recognised phone numbers in card order; null when there are none.
     QVStringArray contactPhones() const { return mContactPhones.load(); }
 
     /// The recognised card; set only when note generation was skipped.
@@ -62,6 +67,7 @@ class QV_EXPORT QVCardProcessingResponse : public qv::Object {
     /// The server's raw answers for the first and second image scanned.
     QVString rawResultForFirstCard() const { return mRawResultForFirstCard.load(); }
     void setRawResultForFirstCard(QVString rawResult) { mRawResultForFirstCard.store(std::move(rawResult)); }
+    /// As `rawResultForFirstCard`; absent when no second image was sent.
     QVString rawResultForSecondCard() const { return mRawResultForSecondCard.load(); }
     void setRawResultForSecondCard(QVString rawResult) { mRawResultForSecondCard.store(std::move(rawResult)); }
 

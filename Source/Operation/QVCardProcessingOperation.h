@@ -21,11 +21,13 @@ class QV_EXPORT QVCardProcessingOperation : public qv::Operation {
     static std::shared_ptr<QVCardProcessingOperation> initWithRequest(std::shared_ptr<QVCardProcessingRequest> request,
                                                                       std::optional<qv::URL> serverURL);
 
+    /// What is to be read; shared with the host.
     std::shared_ptr<QVCardProcessingRequest> request() const { return mRequest.load(); }
     void setRequest(std::shared_ptr<QVCardProcessingRequest> request) { mRequest.store(std::move(request)); }
 
     /// Null until `main` has made one, and for ever when it was cancelled before.
     std::shared_ptr<QVCardProcessingResponse> response() const { return mResponse.load(); }
+    /// Where the pictures go; absent when there is no server.
     const std::optional<qv::URL>& serverURL() const { return mServerURL; }
 
     /// Held without ownership.
@@ -60,6 +62,7 @@ class QV_EXPORT QVCardProcessingOperation : public qv::Operation {
                                                                           QVString& rawResult) const;
 
   protected:
+    /// For `initWithRequest` and derived classes.
     QVCardProcessingOperation(std::shared_ptr<QVCardProcessingRequest> request, std::optional<qv::URL> serverURL);
 
   private:

@@ -46,54 +46,74 @@ class QV_EXPORT QVVeltoContact : public qv::Object {
                                                   const std::shared_ptr<QVSocialProfile>& andSocialProfile,
                                                   QVAddressBookCompletionHandler completionHandler) const;
 
+    /// The person's name as it is shown.
     const QVString& fullName() const { return mFullName; }
     void setFullName(QVString fullName) { mFullName = std::move(fullName); }
+    /// The e-mail addresses, in their order.
     const QVContactFieldSet& emailFields() const { return mEmailFields; }
     void setEmailFields(QVContactFieldSet emailFields) { mEmailFields = std::move(emailFields); }
+    /// The telephone numbers, in their order.
     const QVContactFieldSet& phoneFields() const { return mPhoneFields; }
     void setPhoneFields(QVContactFieldSet phoneFields) { mPhoneFields = std::move(phoneFields); }
+    /// A picture of the person.
     const std::shared_ptr<qv::Image>& avatar() const { return mAvatar; }
     void setAvatar(std::shared_ptr<qv::Image> avatar) { mAvatar = std::move(avatar); }
+    /// The pictures of the card.
     const QVImageSet& resources() const { return mResources; }
     void setResources(QVImageSet resources) { mResources = std::move(resources); }
+    /// The hashes under which the host keeps the card's pictures; a note refers to them.
     const QVStringArray& resourceHashes() const { return mResourceHashes; }
     void setResourceHashes(QVStringArray resourceHashes) { mResourceHashes = std::move(resourceHashes); }
+    /// Twitter handles.
     const QVHandleSet& twitterHandles() const { return mTwitterHandles; }
     void setTwitterHandles(QVHandleSet twitterHandles) { mTwitterHandles = std::move(twitterHandles); }
+    /// Weibo handles.
     const QVHandleSet& weiboHandles() const { return mWeiboHandles; }
     void setWeiboHandles(QVHandleSet weiboHandles) { mWeiboHandles = std::move(weiboHandles); }
+    /// The job title.
     const QVString& jobTitle() const { return mJobTitle; }
     void setJobTitle(QVString jobTitle) { mJobTitle = std::move(jobTitle); }
+    /// The company.
     const QVString& company() const { return mCompany; }
     void setCompany(QVString company) { mCompany = std::move(company); }
+    /// A web address; notes do not show it.
     const QVString& URL() const { return mURL; }
     void setURL(QVString URL) { mURL = std::move(URL); }
+    /// The postal address in one text.
     const QVString& address() const { return mAddress; }
     void setAddress(QVString address) { mAddress = std::move(address); }
+    /// The person's public LinkedIn page.
     const QVString& linkedInProfileURL() const { return mLinkedInProfileURL; }
     void setLinkedInProfileURL(QVString linkedInProfileURL) { mLinkedInProfileURL = std::move(linkedInProfileURL); }
+    /// The person's Facebook page.
     const QVString& facebookProfileURL() const { return mFacebookProfileURL; }
     void setFacebookProfileURL(QVString facebookProfileURL) { mFacebookProfileURL = std::move(facebookProfileURL); }
+    /// For notes: taken instead of `emailFields` when it is there, even empty.
     const QVContactFieldArray& orderedEmailFields() const { return mOrderedEmailFields; }
     void setOrderedEmailFields(QVContactFieldArray orderedEmailFields) {
         mOrderedEmailFields = std::move(orderedEmailFields);
     }
+    /// For notes: taken instead of `phoneFields` when it is there, even empty.
     const QVContactFieldArray& orderedPhoneFields() const { return mOrderedPhoneFields; }
     void setOrderedPhoneFields(QVContactFieldArray orderedPhoneFields) {
         mOrderedPhoneFields = std::move(orderedPhoneFields);
     }
+    /// For notes: taken instead of `twitterHandles` when it is there, even empty.
     const QVStringArray& orderedTwitterHandles() const { return mOrderedTwitterHandles; }
     void setOrderedTwitterHandles(QVStringArray orderedTwitterHandles) {
         mOrderedTwitterHandles = std::move(orderedTwitterHandles);
     }
+    /// For notes: taken instead of `weiboHandles` when it is there, even empty.
     const QVStringArray& orderedWeiboHandles() const { return mOrderedWeiboHandles; }
     void setOrderedWeiboHandles(QVStringArray orderedWeiboHandles) {
         mOrderedWeiboHandles = std::move(orderedWeiboHandles);
     }
+    /// Where the host's own page finds the avatar; for the contact-info block.
     const QVString& profileImageQVURLString() const { return mProfileImageQVURLString; }
     void setProfileImageQVURLString(QVString profileImageQVURLString) {
         mProfileImageQVURLString = std::move(profileImageQVURLString);
     }
+    /// Where the host's own page finds the card's pictures; kept for the host.
     const QVStringArray& cardImageQVURLStrings() const { return mCardImageQVURLStrings; }
     void setCardImageQVURLStrings(QVStringArray cardImageQVURLStrings) {
         mCardImageQVURLStrings = std::move(cardImageQVURLStrings);

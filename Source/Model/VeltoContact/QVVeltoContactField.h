@@ -12,8 +12,10 @@ class QV_EXPORT QVVeltoContactField : public qv::Object {
     /// `initWithLabel:andText:`
     static std::shared_ptr<QVVeltoContactField> initWithLabel(QVString label, QVString andText);
 
+    /// What kind of entry it is, in the host's words; notes take it as markup.
     const QVString& label() const { return mLabel; }
     void setLabel(QVString label) { mLabel = std::move(label); }
+    /// The entry itself: an address or a number.
     const QVString& text() const { return mText; }
     void setText(QVString text) { mText = std::move(text); }
 
