@@ -56,28 +56,47 @@ int answer(const CLI::App& app, const CLI::ParseError& problem) {
     return 2;
 }
 
-void declare(CLI::App& app, Arguments& arguments) {
-    app.set_version_flag("--version", std::string("qvcardrecod ") + QV_VERSION);
-    app.add_option("--port", arguments.server.port, "port to listen on, 0 for the system's choice")
-        ->capture_default_str()
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  qvcardrecod --port 8800\n"
+    "  qvcardrecod --port 8800 --workers 4 --queue 16 --token-file token\n"
+    "  qvcardrecod --port 8800 --debug-dir /tmp/cards --verbose\n"
+    "  curl --data-binary @card.jpg http://127.0.0.1:8800/\n"
+    "  curl http://127.0.0.1:8800/metrics\n\n"
+    "Exit status: 0 ended as asked; 1 it could not serve; 2 wrong call.";
+
+void declareServing(CLI::App& app, Arguments& arguments) {
+    app.add_option("--port", arguments.server.port, "Port to listen on; 0, the default, for the system's choice")
+        ->option_text("N")
         ->check(objectionToPort);
-    app.add_option("--listen", arguments.server.address, "address to listen on")->capture_default_str();
+    app.add_option("--listen", arguments.server.address, "Address to listen on (default: 127.0.0.1)")
+        ->option_text("ADDRESS");
     app.add_option("--token-file", arguments.tokenFile,
-                   "file with the token that requests have to carry in their header \"auth\"");
-    app.add_option("--workers", arguments.server.workers, "cards read at the same time")
-        ->capture_default_str()
+                   "File with the token that requests have to carry in their header \"auth\"")
+        ->option_text("FILE");
+    app.add_option("--workers", arguments.server.workers, "Cards read at the same time, up to 64 (default: 1)")
+        ->option_text("N")
         ->check(CLI::Range(1, 64));
-    app.add_option("--queue", arguments.server.places, "requests that may wait for a worker")
-        ->capture_default_str()
+    app.add_option("--queue", arguments.server.places, "Requests that may wait for a worker, up to 1000 (default: 8)")
+        ->option_text("N")
         ->check(CLI::Range(0, 1000));
-    app.add_option("--tessdata", arguments.models,
-                   "folder of the language models (default: where the system has them)");
-    app.add_option("--debug-dir", arguments.debugFolder,
-                   "keep the pictures and decisions of every stage there (off by default)");
+}
+
+void declare(CLI::App& app, Arguments& arguments) {
+    app.get_formatter()->column_width(22);
+    app.get_formatter()->label("OPTIONS", "OPTION…");
+    app.footer(kExamples);
+    app.set_help_flag("-h,--help", "Show this help");
+    app.set_version_flag("--version", std::string("qvcardrecod ") + QV_VERSION, "Show the version");
+    declareServing(app, arguments);
+    app.add_option("--tessdata", arguments.models, "Folder of the language models (default: where the system has them)")
+        ->option_text("DIR");
+    app.add_option("--debug-dir", arguments.debugFolder, "Keep the pictures and decisions of every stage there")
+        ->option_text("DIR");
     app.add_flag("--embedded", arguments.isEmbedded,
-                 "serve a parent process: token from standard input, port to standard output");
-    auto* quiet = app.add_flag("--quiet", arguments.isQuiet, "say nothing but errors");
-    app.add_flag("--verbose", arguments.isVerbose, "say more on standard error")->excludes(quiet);
+                 "Serve a parent process: token from standard input, port to standard output");
+    auto* quiet = app.add_flag("--quiet", arguments.isQuiet, "Say nothing but errors")->option_text(" ");
+    app.add_flag("--verbose", arguments.isVerbose, "Say more on standard error")->option_text(" ")->excludes(quiet);
 }
 
 void announce(std::uint16_t port) {
