@@ -8,5 +8,13 @@ function(qv_public_headers target namespace)
     file(CREATE_LINK "${CMAKE_CURRENT_SOURCE_DIR}/${header}" "${root}/${namespace}/${name}" SYMBOLIC)
   endforeach()
   target_include_directories(${target} PUBLIC "$<BUILD_INTERFACE:${root}>" "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
-  install(FILES ${ARGN} DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/${namespace}")
+  install(FILES ${ARGN} DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/${namespace}" COMPONENT dev)
+endfunction()
+
+# qv_install_library(TARGET COMPONENT): the library itself belongs to that part of what is installed, and what is needed to
+# link against it to `dev`. Parts are what becomes one Debian package each; see QVDebian.cmake.
+function(qv_install_library target component)
+  install(TARGETS ${target} EXPORT QVCardScanTargets
+          LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT ${component} NAMELINK_COMPONENT dev
+          ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT dev)
 endfunction()
