@@ -66,7 +66,7 @@ void NoteTemplate::fill(std::string_view placeholder, std::string text) {
             mPieces.push_back(std::move(piece));
             continue;
         }
-        append(--places > 0 ? text : std::move(text));
+        append(--places > 0 ? text : std::exchange(text, {}));
         append(piece.substr(placeholder.size()));
     }
 }
