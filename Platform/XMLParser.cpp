@@ -119,15 +119,16 @@ class Run {
     void start(const XML_Char* name, const XML_Char** attributes) {
         if (++mDepth > kMaximumDepth) return stop();
         setName(name);
-        std::map<std::string, std::string> map;
-        if (*attributes) collect(attributes, map);
-        if (!mStopped) mDelegate.didStartElement(mName, map);
+        mEndsNext = true;
+        if (!mAttributes.empty()) mAttributes.clear();
+        if (*attributes) collect(attributes);
+        if (!mStopped) mDelegate.didStartElement(mName, mAttributes);
     }
 
-    void collect(const XML_Char** attributes, std::map<std::string, std::string>& map) {
+    void collect(const XML_Char** attributes) {
         const XML_Char** const defaults = attributes + XML_GetSpecifiedAttributeCount(mParser.get());
         for (; *attributes && !mStopped; attributes += 2) {
-            const auto& [key, value] = *map.emplace(attributes[0], attributes[1]).first;
+            const auto& [key, value] = *mAttributes.emplace(attributes[0], attributes[1]).first;
             if (attributes >= defaults) countDefault(key.size() + value.size());
         }
     }
@@ -140,7 +141,7 @@ class Run {
     static void endElement(void* userData, const XML_Char* name) {
         guarded(userData, [=](Run& run) {
             --run.mDepth;
-            run.setName(name);
+            if (!std::exchange(run.mEndsNext, false)) run.setName(name);
             run.mDelegate.didEndElement(run.mName);
         });
     }
@@ -170,6 +171,8 @@ class Run {
     bool mStopped = false;
     std::exception_ptr mThrown;
     std::string mName;
+    bool mEndsNext = false;  ///< the name is that of the element whose end comes next
+    std::map<std::string, std::string> mAttributes;
 };
 
 }  // namespace
