@@ -4,6 +4,8 @@
 #include "QVPlatform/Log.h"
 #include "QVPlatform/Text.h"
 
+#include <utility>
+
 namespace {
 
 QVString attribute(const std::map<std::string, std::string>& attributes, std::string_view name) {
@@ -73,9 +75,10 @@ void QVBizCardBuilder::prepareCardField() {
 }
 
 void QVBizCardBuilder::addCardField(const std::map<std::string, std::string>& attributes) {
-    mCurrentCardField = mFieldStore.newField();
-    mParser.readCardField(*mCurrentCardField, attributes);
-    if (mCardFields) mCardFields->push_back(mCurrentCardField);
+    auto field = mFieldStore.newField();
+    mCurrentCardField = field.get();
+    mParser.readCardField(*field, attributes);
+    if (mCardFields) mCardFields->push_back(std::move(field));
 }
 
 void QVBizCardBuilder::readWeight(const std::map<std::string, std::string>& attributes) {

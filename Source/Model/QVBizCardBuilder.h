@@ -45,8 +45,8 @@ class QVBizCardBuilder : public qv::XMLParserDelegate {
     const QVBizCardParser& mParser;
     std::string_view mDocument;
     std::shared_ptr<QVBusinessCard> mCurrentCard;
-    std::shared_ptr<QVBusinessCardField> mCurrentCardField;
     QVCardFieldStore mFieldStore;
+    QVBusinessCardField* mCurrentCardField = nullptr;  ///< the store's newest, or none
     std::string mCurrentValue;
     QVFieldArray mCardFields;
     std::optional<std::size_t> mFinishedFields;

@@ -10,7 +10,7 @@
 /// and an ordinary one once. A block lives as long as any of its fields is held. For one thread.
 class QVCardFieldStore {
   public:
-    /// An empty field.
+    /// An empty field. The newest one lives on even when nobody holds it.
     std::shared_ptr<QVBusinessCardField> newField();
 
   private:
