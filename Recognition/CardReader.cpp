@@ -1,5 +1,7 @@
 #include "CardReader.h"
 
+#include "Codes/CodeMerge.h"
+#include "Codes/CodeReader.h"
 #include "Fields/FieldDecision.h"
 #include "Picture/CardOutline.h"
 #include "Picture/Illumination.h"
@@ -66,6 +68,7 @@ Unwarped straightCard(const cv::Mat& colour) {
 
 /// The chance that a field is right: what kind it is must be right, and every letter of it.
 int weightOf(const Field& field) {
+    if (field.isSure) return 100;
     const float read = std::clamp((field.confidence - 20) / 75, 0.05F, 1.F);
     return std::clamp(static_cast<int>(std::lround(100 * field.likelihood * read)), 1, 99);
 }
@@ -76,6 +79,21 @@ Result resultOf(const std::vector<Field>& fields, const SentPicture& sent, const
     for (const auto& field : fields)
         result.items.push_back({nameOf(field.type), field.text, field.box, weightOf(field)});
     return result;
+}
+
+/// From the picture as it was decoded to the picture as it was sent.
+PlaneMap toSentSize(const SentPicture& sent) {
+    return PlaneMap::scaledBy(static_cast<double>(sent.colour.cols) / sent.width,
+                              static_cast<double>(sent.colour.rows) / sent.height);
+}
+
+/// The first code that holds a contact counts: two of them would be two people's.
+std::vector<Field> withCodes(std::vector<Field> fields, const std::vector<Code>& codes, const SentPicture& sent) {
+    for (const auto& code : codes) {
+        const auto said = contactIn(code.text);
+        if (!said.empty()) return withCode(std::move(fields), said, toSentSize(sent).map(code.box()));
+    }
+    return fields;
 }
 
 }  // namespace
@@ -105,7 +123,7 @@ Recognition CardReader::recognise(std::span<const std::uint8_t> jpeg, const std:
     const Deadline deadline = Deadline::in(mOptions.timeLimit);
     report.keptAs = mDebug.nextCard();
     mDebug.keep("request", jpeg);
-    const auto sent = decodeJPEG(jpeg);
+    auto sent = decodeJPEG(jpeg);
     clock.done("decode");
     if (!sent) return report;
     report.isPicture = true;
@@ -126,11 +144,21 @@ Recognition CardReader::recognise(std::span<const std::uint8_t> jpeg, const std:
     return report;
 }
 
-std::vector<Field> CardReader::fieldsOf(const SentPicture& sent, Engine& engine, const ReadingLanguage& language,
+std::vector<Field> CardReader::fieldsOf(SentPicture& sent, Engine& engine, const ReadingLanguage& language,
                                         Deadline deadline, Recognition& report, int& orient) {
     StageClock clock(report);
     mDebug.keep("sent", sent.colour);
-    if (!hasDetail(greyOf(sent.colour))) return {};
+    const cv::Mat grey = greyOf(sent.colour);
+    if (!hasDetail(grey)) return {};
+    const auto codes = readCodes(grey);
+    eraseCodes(sent.colour, codes);
+    clock.done("code");
+    return withCodes(printOf(sent, engine, language, deadline, report, orient), codes, sent);
+}
+
+std::vector<Field> CardReader::printOf(const SentPicture& sent, Engine& engine, const ReadingLanguage& language,
+                                       Deadline deadline, Recognition& report, int& orient) {
+    StageClock clock(report);
     const Unwarped card = straightCard(sent.colour);
     clock.done("card");
     const cv::Mat large = greyOf(card.picture);
@@ -155,10 +183,8 @@ std::vector<Field> CardReader::fieldsOf(const SentPicture& sent, Engine& engine,
     mDebug.keep("lines", lines);
     auto fields = decideFields(lines, language.code);
     mDebug.keep("fields", fields);
-    const PlaneMap toSent = PlaneMap::scaledBy(static_cast<double>(sent.colour.cols) / sent.width,
-                                               static_cast<double>(sent.colour.rows) / sent.height)
-                                .after(card.toSource)
-                                .after(PlaneMap::turnedBy(orient, large.cols, large.rows));
+    const PlaneMap toSent =
+        toSentSize(sent).after(card.toSource).after(PlaneMap::turnedBy(orient, large.cols, large.rows));
     for (auto& field : fields)
         field.box = toSent.map(field.box);
     clock.done("fields");

@@ -42,8 +42,10 @@ class CardReader final : public Recogniser {
     explicit CardReader(Options options) : mOptions(std::move(options)), mDebug(mOptions.debugFolder) {}
 
     Engine* engineFor(const ReadingLanguage& language);
-    std::vector<Field> fieldsOf(const SentPicture& sent, Engine& engine, const ReadingLanguage& language,
-                                Deadline deadline, Recognition& report, int& orient);
+    std::vector<Field> fieldsOf(SentPicture& sent, Engine& engine, const ReadingLanguage& language, Deadline deadline,
+                                Recognition& report, int& orient);
+    std::vector<Field> printOf(const SentPicture& sent, Engine& engine, const ReadingLanguage& language,
+                               Deadline deadline, Recognition& report, int& orient);
 
     Options mOptions;
     DebugFolder mDebug;

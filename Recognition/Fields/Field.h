@@ -19,6 +19,7 @@ struct Field {
     float confidence = 0;
     float likelihood = 1;
     std::vector<std::string> others = {};  ///< the same field as other readings of its words have it
+    bool isSure = false;                   ///< a code on the card says it: neither read nor guessed
 };
 
 /// A field found inside one line: it uses the words from `first` up to, not including, `end` (its label among them).

@@ -1,5 +1,6 @@
 #include "CardReader.h"
 #include "Recognition/DrawnCard.h"
+#include "Recognition/DrawnCode.h"
 #include "Text/Reading.h"
 
 #include <gtest/gtest.h>
@@ -71,6 +72,23 @@ TEST_F(CardReaderTest, ReadsATiltedCardOnADesk) {
     const auto recognition = read(desk);
     EXPECT_TRUE(hasItem(recognition, "email", "jane.miller@acmetools.com")) << recognition.xml;
     EXPECT_TRUE(hasItem(recognition, "name", "Jane Miller")) << recognition.xml;
+}
+
+TEST_F(CardReaderTest, BelievesACodeMoreThanThePrint) {
+    cv::Mat card = drawnCard(kLines);
+    drawCode(card, {740, 40, 240, 240}, "MECARD:N:Müller,Jane;TEL:312-555-0142;EMAIL:jane@acme.example;;");
+    const auto recognition = read(card);
+    EXPECT_TRUE(hasItem(recognition, "name", "Jane Müller")) << recognition.xml;
+    EXPECT_FALSE(holds(recognition, "Jane Miller"));
+    EXPECT_TRUE(hasItem(recognition, "email", "jane@acme.example")) << recognition.xml;
+    EXPECT_TRUE(hasItem(recognition, "title", "Sales Manager")) << recognition.xml;
+    EXPECT_TRUE(holds(recognition, "<t w=\"100\">Jane M"));
+}
+
+TEST_F(CardReaderTest, ReadsACardWithNothingButACode) {
+    cv::Mat card(600, 1000, CV_8UC3, cv::Scalar::all(255));
+    drawCode(card, {380, 180, 240, 240}, "BEGIN:VCARD\nFN:Jane Doe\nEND:VCARD");
+    EXPECT_TRUE(hasItem(read(card), "name", "Jane Doe"));
 }
 
 TEST_F(CardReaderTest, FindsNothingWhereNothingIs) {
