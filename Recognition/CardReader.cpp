@@ -8,7 +8,6 @@
 #include "Picture/Slant.h"
 #include "Result/ResultWriter.h"
 #include "Text/Layout.h"
-#include "Text/Reading.h"
 #include "Text/WordMerge.h"
 
 #include <opencv2/imgproc.hpp>
@@ -23,6 +22,7 @@ namespace {
 constexpr int kReadingSide = 1600;  // the engine reads type of 20 to 40 pixels best: what a card of this size has
 constexpr std::size_t kMostEngines = 3;
 constexpr const char* kEnglish = "eng";
+constexpr const char* kVerticalJapanese = "jpn_vert";
 constexpr double kLevel = 1;  // degrees of slant that the engine copes with
 
 class StageClock {
@@ -168,15 +168,18 @@ std::vector<Field> CardReader::printOf(const SentPicture& sent, Engine& engine, 
     clock.done("light");
 
     Reading reading = readUpright(engine, even, deadline);
-    orient = reading.orient;
+    const bool vertical = readVertically(reading, even, language, deadline);
+    orient = vertical ? 0 : reading.orient;
     clock.done("read");
-    const cv::Mat upright = turned(large, orient);
-    Engine* second = language.models == kEnglish ? &engine : engineFor({"en", kEnglish, false});
-    reading.words =
-        merged(std::move(reading.words), second->read(upright, PageMode::Sparse, deadline), second == &engine ? 6 : 20);
-    clock.done("again");
-    reading.words = merged(std::move(reading.words), engine.read(turned(even, orient), PageMode::Page, deadline));
-    clock.done("page");
+    if (!vertical) {
+        const cv::Mat upright = turned(large, orient);
+        Engine* second = language.models == kEnglish ? &engine : engineFor({"en", kEnglish, false});
+        reading.words = merged(std::move(reading.words), second->read(upright, PageMode::Sparse, deadline),
+                               second == &engine ? 6 : 20);
+        clock.done("again");
+        reading.words = merged(std::move(reading.words), engine.read(turned(even, orient), PageMode::Page, deadline));
+        clock.done("page");
+    }
 
     mDebug.keep("words", reading.words);
     const auto lines = arrange(std::move(reading.words));
@@ -184,11 +187,25 @@ std::vector<Field> CardReader::printOf(const SentPicture& sent, Engine& engine, 
     auto fields = decideFields(lines, language.code);
     mDebug.keep("fields", fields);
     const PlaneMap toSent =
-        toSentSize(sent).after(card.toSource).after(PlaneMap::turnedBy(orient, large.cols, large.rows));
+        toSentSize(sent).after(card.toSource).after(PlaneMap::turnedBy(reading.orient, large.cols, large.rows));
     for (auto& field : fields)
         field.box = toSent.map(field.box);
     clock.done("fields");
     return fields;
+}
+
+/// Lines from top to bottom make no sense to an engine that reads across; its sister reads them, in a card that stands
+/// upright.
+bool CardReader::readVertically(Reading& reading, const cv::Mat& even, const ReadingLanguage& language,
+                                Deadline deadline) {
+    if (language.code != "ja" || isPlain(reading.words) || !isInstalled(mOptions.models, kVerticalJapanese))
+        return false;
+    Engine* engine = engineFor({language.code, kVerticalJapanese, false});
+    if (engine == nullptr) return false;
+    auto words = engine->read(even, PageMode::Page, deadline);
+    if (plainLetters(words) <= plainLetters(reading.words)) return false;
+    reading = {270, laidLevel(std::move(words), even.cols)};
+    return true;
 }
 
 }  // namespace qv::recognition

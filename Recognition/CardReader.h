@@ -7,6 +7,7 @@
 #include "Recogniser.h"
 #include "Text/Engine.h"
 #include "Text/Languages.h"
+#include "Text/Reading.h"
 
 #include <opencv2/core.hpp>
 
@@ -46,6 +47,8 @@ class CardReader final : public Recogniser {
                                 Recognition& report, int& orient);
     std::vector<Field> printOf(const SentPicture& sent, Engine& engine, const ReadingLanguage& language,
                                Deadline deadline, Recognition& report, int& orient);
+
+    bool readVertically(Reading& reading, const cv::Mat& even, const ReadingLanguage& language, Deadline deadline);
 
     Options mOptions;
     DebugFolder mDebug;

@@ -1,6 +1,8 @@
 #include "Fields/Address.h"
 
+#include "Fields/EastAsian.h"
 #include "Fields/Postcode.h"
+#include "Fields/Words/WordSet.h"
 #include "Fields/Words/Words.h"
 #include "Text/Layout.h"
 #include "Text/Letters.h"
@@ -93,6 +95,7 @@ float evidence(const Traits& traits, std::size_t words) {
 
 /// A country or a state alone may as well be part of a firm's name.
 bool isPlainly(const std::string& text) {
+    if (isEastAsianText(text)) return eastAsianAddress(text) >= kCore;
     const Traits traits = traitsOf(text);
     return traits.postcode >= 0.45F || (traits.street && traits.number) || traits.box ||
            (traits.comma && (traits.country || traits.state));
@@ -108,6 +111,20 @@ bool neighbours(const TextLine& upper, const TextLine& lower) {
 
 bool endsWithComma(const TextLine& line) {
     return endsWith(line.text(), ",");
+}
+
+/// "Address: 12 High Street", "地址:上海市…": the label is not part of the address.
+std::string withoutLabel(const std::string& line) {
+    static const WordSet labels("address adresse addr add adres anschrift direccion indirizzo endereco domicilio sede");
+    const auto words = splitAtSpaces(line);
+    if (words.size() >= 2 && labels.has(foldedKey(words.front())) && endsWith(words.front(), ":"))
+        return trimmed(line.substr(line.find(words.front()) + words.front().size()), " ");
+    for (const std::string_view label : {"公司地址", "通讯地址", "地址", "住所", "所在地", "주소"}) {
+        if (!startsWith(line, label)) continue;
+        const std::string rest = trimmed(line.substr(label.size()), " :");
+        return startsWith(rest, ":") ? rest.substr(std::string_view(":").size()) : rest;
+    }
+    return line;
 }
 
 class BlockFinder {
@@ -182,6 +199,7 @@ class BlockFinder {
 
 float addressEvidence(const TextLine& line) {
     const std::string text = line.text();
+    if (isEastAsianText(text)) return eastAsianAddress(text);
     return evidence(traitsOf(text), splitAtSpaces(text).size());
 }
 
@@ -191,7 +209,8 @@ std::vector<AddressBlock> findAddresses(const std::vector<TextLine>& lines) {
 
 std::string joinedAddress(const std::vector<std::string>& lines) {
     std::string joined;
-    for (const auto& line : lines) {
+    for (const auto& whole : lines) {
+        const std::string line = joined.empty() ? withoutLabel(whole) : whole;
         if (!joined.empty()) joined += endsWith(joined, ",") || endsWith(joined, ";") ? " " : ", ";
         joined += line;
     }

@@ -19,6 +19,7 @@ bool isNoise(const Word& word) {
     const int letters = countLetters(word.text);
     const int digits = countDigits(word.text);
     if (letters + digits == 0) return true;
+    if (isEastAsian(codePoints(word.text).front())) return word.confidence < kHardlyRead;
     const bool single = length(trimmed(word.text, ".,:;()[]{}|'\"")) == 1;
     const bool initial = single && letters == 1 && isAllCapitals(word.text) && endsWith(word.text, ".");
     if (single && digits == 0 && !initial) return word.confidence < kWellRead || isAllCapitals(word.text) == false;
@@ -87,6 +88,10 @@ bool isLabelOnly(const TextLine& line) {
         "skype twitter "
         "facebook linkedin instagram contact kontakt contacto contatti e w");
     if (line.words.size() > 2) return false;
+    for (const std::string_view label :
+         {"メール", "邮箱", "电邮", "이메일", "网址", "地址", "住所", "주소", "홈페이지"}) {
+        if (trimmed(line.text(), " :") == label) return true;
+    }
     return labelOf(line).has_value() || labels.has(foldedKey(line.text()));
 }
 

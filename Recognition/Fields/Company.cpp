@@ -1,5 +1,6 @@
 #include "Fields/Company.h"
 
+#include "Fields/EastAsian.h"
 #include "Fields/Title.h"
 #include "Fields/Words/Words.h"
 #include "Text/Letters.h"
@@ -75,6 +76,7 @@ float hostFit(const std::string& label, const std::string& name) {
 
 float companyEvidence(const TextLine& line, const CardFacts& facts) {
     const std::string text = line.text();
+    if (isEastAsianText(text)) return eastAsianCompany(text) + bySize(line.size, facts);
     const auto printed = splitAtSpaces(text);
     const auto words = foldedWords(text);
     if (words.empty() || countLetters(text) < 2 || countDigits(text) > countLetters(text)) return -1;

@@ -1,5 +1,6 @@
 #include "Fields/Department.h"
 
+#include "Fields/EastAsian.h"
 #include "Fields/Title.h"
 #include "Fields/Words/Words.h"
 #include "Text/Letters.h"
@@ -36,6 +37,7 @@ bool isOf(const std::string& word) {
 }  // namespace
 
 float departmentEvidence(const TextLine& line) {
+    if (isEastAsianText(line.text())) return eastAsianDepartment(line.text());
     const auto words = foldedWords(line.text());
     if (words.empty() || words.size() > 10 || countDigits(line.text()) > 1) return 0;
     const auto found = std::find_if(words.begin(), words.end(), isDepartmentWord);

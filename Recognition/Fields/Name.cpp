@@ -1,5 +1,6 @@
 #include "Fields/Name.h"
 
+#include "Fields/EastAsian.h"
 #include "Fields/Words/Words.h"
 #include "Text/Letters.h"
 
@@ -105,6 +106,14 @@ float byHost(const std::vector<std::string>& words, const CardFacts& facts) {
     return same ? -0.15F : 0.F;
 }
 
+/// A name in its own script stands beside its Latin spelling on many cards, and is the one that is meant.
+constexpr float kOwnScript = 0.45F;
+
+float inOwnScript(const TextLine& line, const CardFacts& facts) {
+    const float name = eastAsianName(line.text());
+    return name < 0 ? kImpossible : name + bySize(line.size, facts) + (name > 0.4F ? kOwnScript : 0.F);
+}
+
 std::string joinedFolded(const std::vector<std::string>& words) {
     std::string name;
     for (const auto& word : words)
@@ -134,6 +143,7 @@ bool isLocalOfName(const std::string& local, const std::string& name) {
 }
 
 float nameEvidence(const TextLine& line, const CardFacts& facts) {
+    if (isEastAsianText(line.text())) return inOwnScript(line, facts);
     const Parts parts = partsOf(line.text());
     if (!std::all_of(parts.core.begin(), parts.core.end(), isNameWord)) return kImpossible;
     const float count = byCount(parts.core.size());

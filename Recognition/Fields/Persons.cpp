@@ -14,6 +14,7 @@ namespace qv::recognition {
 namespace {
 
 constexpr float kName = 0.42F;
+constexpr float kSecondName = 0.7F;  // as likely the name in another script as what its bearer does
 constexpr float kTitle = 0.5F;
 constexpr float kTitleByPlace = 0.2F;
 constexpr float kDepartment = 0.5F;
@@ -100,7 +101,8 @@ class Sorter {
     bool isPlainText(std::size_t i) const {
         const std::string text = mLines[i].text();
         return countDigits(text) == 0 && length(text) <= 45 && length(text) >= 3 && mDepartment[i] < kDepartment &&
-               mLines[i].confidence() > 60 && companyEvidence(mLines[i], mFacts) < 0.3F;
+               mLines[i].confidence() > 60 && nameEvidence(mLines[i], mFacts) < kSecondName &&
+               companyEvidence(mLines[i], mFacts) < 0.3F;
     }
 
     void takeDepartments() {

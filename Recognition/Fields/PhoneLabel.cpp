@@ -3,6 +3,7 @@
 #include "Fields/Words/WordSet.h"
 #include "Text/Letters.h"
 
+#include <algorithm>
 #include <string>
 
 namespace qv::recognition {
@@ -72,8 +73,12 @@ std::optional<NumberKind> letterLabel(std::string_view key) {
     }
 }
 
-std::optional<NumberKind> eastAsianLabel(std::string_view label) {
-    const auto holds = [label](std::string_view word) { return label.find(word) != std::string_view::npos; };
+/// The engine parts words of these scripts where it likes.
+std::optional<NumberKind> eastAsianLabel(std::string_view printed) {
+    std::string label(printed);
+    label.erase(std::remove(label.begin(), label.end(), ' '), label.end());
+    const auto holds = [&label](std::string_view word) { return label.find(word) != std::string_view::npos; };
+    if (holds("〒") || holds("邮编") || holds("郵便") || holds("우편")) return NumberKind::Other;
     if (holds("携帯") || holds("手机") || holds("手機") || holds("휴대") || holds("핸드폰")) return NumberKind::Mobile;
     if (holds("传真") || holds("傳真") || holds("ファックス") || holds("ファクス") || holds("팩스"))
         return NumberKind::Fax;

@@ -1,5 +1,6 @@
 #include "Fields/Title.h"
 
+#include "Fields/EastAsian.h"
 #include "Fields/Words/Words.h"
 #include "Text/Letters.h"
 
@@ -34,6 +35,7 @@ bool isTitleWord(const std::string& word) {
 }
 
 float titleEvidence(const TextLine& line) {
+    if (isEastAsianText(line.text())) return eastAsianTitle(line.text());
     const auto words = wordsOf(line.text());
     if (words.empty() || words.size() > 10 || countDigits(line.text()) > 1) return 0;
     const auto titles = std::count_if(words.begin(), words.end(), isTitleWord);

@@ -12,6 +12,8 @@ namespace {
 constexpr float kSameRow = 0.5F;    // share of the smaller height that two words of a row have in common
 constexpr float kWideGap = 1.55F;   // in type sizes: further apart than this is another line
 constexpr float kWideSpace = 2.0F;  // in letters' widths, likewise
+constexpr float kIdeographicSpace = 0.3F;
+constexpr float kKoreanSpace = 0.16F;
 constexpr float kTopJump = 0.15F;
 constexpr float kSizeJump = 1.45F;     // from one word to the next, within a line
 constexpr float kColumnEdge = 0.9F;    // in type sizes
@@ -114,12 +116,35 @@ bool parts(const Word& left, const Word& right) {
            std::max(sizeLeft, sizeRight) > kSizeJump * std::min(sizeLeft, sizeRight);
 }
 
+/// Chinese and Japanese are written without spaces, and the engine parts them where it likes; Korean has spaces, but
+/// narrow ones are the engine's.
+bool continuesScript(const Word& left, const Word& right) {
+    const auto last = codePoints(left.text).back();
+    const auto first = codePoints(right.text).front();
+    if (!isEastAsian(last) || !isEastAsian(first)) return false;
+    const float space = isHangul(last) || isHangul(first) ? kKoreanSpace : kIdeographicSpace;
+    return gap(left, right) < space * std::max(typeSize(left), typeSize(right));
+}
+
+Row withoutScriptGaps(const Row& row) {
+    Row joined;
+    for (const auto& word : row) {
+        if (!joined.empty() && continuesScript(joined.back(), word)) {
+            append(joined.back(), word);
+        } else {
+            joined.push_back(word);
+        }
+    }
+    return joined;
+}
+
 void addLines(const Row& row, std::vector<TextLine>& lines) {
     std::vector<Word> current;
     const auto finish = [&] {
         if (!current.empty()) lines.push_back(makeLine(std::exchange(current, {})));
     };
-    for (const auto& word : isSpaced(row) ? closedUp(row) : row) {
+    const Row whole = withoutScriptGaps(row);
+    for (const auto& word : isSpaced(whole) ? closedUp(whole) : whole) {
         if (isSeparator(word)) {
             finish();
             continue;

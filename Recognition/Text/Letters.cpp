@@ -108,6 +108,11 @@ bool isEastAsian(char32_t c) {
            script == USCRIPT_HANGUL;
 }
 
+bool isHangul(char32_t c) {
+    UErrorCode status = U_ZERO_ERROR;
+    return uscript_getScript(static_cast<UChar32>(c), &status) == USCRIPT_HANGUL;
+}
+
 std::string folded(std::string_view text) {
     std::u32string result;
     for (const char32_t c : decomposed(codePoints(text))) {

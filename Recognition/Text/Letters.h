@@ -18,6 +18,7 @@ bool isCapital(char32_t c);
 bool isDigit(char32_t c);  ///< ASCII digits only: others are not printed in numbers that a rule looks at
 /// Chinese, Japanese or Korean script.
 bool isEastAsian(char32_t c);
+bool isHangul(char32_t c);
 
 /// Lower case, without accents, so that word lists need one spelling: "Geschäftsführer" → "geschaftsfuhrer", ß → ss.
 std::string folded(std::string_view text);

@@ -13,6 +13,8 @@ namespace {
 constexpr int kPlainEnough = 24;  // letters; text that lies on its side or its head gives fewer by chance
 constexpr float kShareEnough = 0.5F;
 
+}  // namespace
+
 bool isPlain(const std::vector<Word>& words) {
     std::size_t sure = 0;
     for (const auto& word : words)
@@ -21,7 +23,13 @@ bool isPlain(const std::vector<Word>& words) {
            static_cast<float>(sure) >= kShareEnough * static_cast<float>(words.size());
 }
 
-}  // namespace
+std::vector<Word> laidLevel(std::vector<Word> words, int width) {
+    for (auto& word : words) {
+        const Box box = word.box;
+        word.box = {box.y, static_cast<float>(width) - box.right(), box.h, box.w};
+    }
+    return words;
+}
 
 cv::Mat turned(const cv::Mat& picture, int degrees) {
     cv::Mat result;

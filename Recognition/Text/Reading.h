@@ -17,6 +17,13 @@ struct Reading {
 /// `picture` turned clockwise by 0, 90, 180 or 270 degrees.
 cv::Mat turned(const cv::Mat& picture, int degrees);
 
+/// Whether so much was read, and so surely, that the picture has to stand upright.
+bool isPlain(const std::vector<Word>& words);
+
+/// Words of lines that run from top to bottom, as if their picture, `width` wide, had been turned by 270 degrees: the
+/// lines lie level then, the first at the top.
+std::vector<Word> laidLevel(std::vector<Word> words, int width);
+
 /// Reads a grey picture as it stands and, unless that gives plain text, in the other three turns as well; the turn that
 /// gave most plain text wins. Cheaper and surer than asking for the orientation first: most pictures stand upright.
 Reading readUpright(Engine& engine, const cv::Mat& grey, Deadline deadline);

@@ -110,7 +110,8 @@ int plainLetters(const std::vector<Word>& words) {
     int sum = 0;
     for (const auto& word : words) {
         const int count = signs(word.text);
-        if (count >= 3 && word.confidence >= kPlain && count * 4 >= length(word.text) * 3) sum += count;
+        const bool speaks = count >= 3 || (count == 2 && isEastAsian(codePoints(word.text).front()));
+        if (speaks && word.confidence >= kPlain && count * 4 >= length(word.text) * 3) sum += count;
     }
     return sum;
 }
