@@ -8,7 +8,9 @@
 #include "Text/Letters.h"
 
 #include <algorithm>
+#include <limits>
 #include <numeric>
+#include <optional>
 
 namespace qv::recognition {
 namespace {
@@ -17,6 +19,7 @@ constexpr float kCore = 0.5F;       // a line that starts a block
 constexpr float kNeighbour = 0.2F;  // a line that a block takes in
 constexpr float kAccepted = 0.5F;
 constexpr float kSizeRatio = 1.5F;
+constexpr float kNotNear = std::numeric_limits<float>::max();
 
 /// What a line holds that addresses are made of.
 struct Traits {
@@ -66,7 +69,8 @@ Traits traitsOf(const std::string& text) {
     traits.number = std::any_of(printed.begin(), printed.end(), isHouseNumber);
     traits.leadingNumber = !printed.empty() && isHouseNumber(printed.front()) && countLetters(text) >= 3;
     traits.trailingNumber = endsWithHouseNumber(printed);
-    traits.street = std::any_of(words.begin(), words.end(), [](const auto& word) { return words::isStreet(word); });
+    traits.street = std::any_of(words.begin(), words.end(), [](const auto& word) { return words::isStreet(word); }) ||
+                    startsWith(folded(text), "c/");
     traits.place = std::any_of(words.begin(), words.end(), [](const auto& word) { return words::isAddress(word); });
     traits.country = std::any_of(words.begin(), words.end(), [](const auto& word) { return words::isCountry(word); });
     traits.state = std::any_of(printed.begin(), printed.end(), isStateName);
@@ -168,26 +172,39 @@ class BlockFinder {
     }
 
     bool growUp(AddressBlock& block) {
-        for (std::size_t i = 0; i < mLines.size(); ++i) {
-            if (mUsed[i] || !neighbours(mLines[i], mLines[block.lines.front()])) continue;
-            if (mEvidence[i] < kNeighbour && !(endsWithComma(mLines[i]) && mEvidence[i] > 0.04F)) continue;
-            mUsed[i] = true;
-            block.lines.insert(block.lines.begin(), i);
-            return true;
-        }
-        return false;
+        const TextLine& first = mLines[block.lines.front()];
+        const auto found = nearest([&](std::size_t i) {
+            const bool fits = mEvidence[i] >= kNeighbour || (endsWithComma(mLines[i]) && mEvidence[i] > 0.04F);
+            return fits && neighbours(mLines[i], first) ? first.box.y - mLines[i].box.y : kNotNear;
+        });
+        if (found) block.lines.insert(block.lines.begin(), *found);
+        return found.has_value();
     }
 
     bool growDown(AddressBlock& block) {
         const TextLine& last = mLines[block.lines.back()];
+        const auto found = nearest([&](std::size_t i) {
+            const bool continues = endsWithComma(last) && countLetters(mLines[i].text()) >= 2;
+            const bool fits = mEvidence[i] >= kNeighbour || continues;
+            return fits && neighbours(last, mLines[i]) ? mLines[i].box.y - last.box.y : kNotNear;
+        });
+        if (found) block.lines.push_back(*found);
+        return found.has_value();
+    }
+
+    /// Tight lines reach over each other: the closest one comes first.
+    template <typename Distance>
+    std::optional<std::size_t> nearest(const Distance& distance) {
+        std::optional<std::size_t> found;
+        float least = kNotNear;
         for (std::size_t i = 0; i < mLines.size(); ++i) {
-            if (mUsed[i] || !neighbours(last, mLines[i])) continue;
-            if (mEvidence[i] < kNeighbour && !(endsWithComma(last) && countLetters(mLines[i].text()) >= 2)) continue;
-            mUsed[i] = true;
-            block.lines.push_back(i);
-            return true;
+            const float away = mUsed[i] ? kNotNear : distance(i);
+            if (away >= least) continue;
+            least = away;
+            found = i;
         }
-        return false;
+        if (found) mUsed[*found] = true;
+        return found;
     }
 
     const std::vector<TextLine>& mLines;

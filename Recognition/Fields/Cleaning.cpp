@@ -1,6 +1,7 @@
 #include "Fields/Cleaning.h"
 
 #include "Fields/Phone.h"
+#include "Fields/PhoneLabel.h"
 #include "Fields/Words/WordSet.h"
 #include "Text/Letters.h"
 
@@ -47,6 +48,21 @@ std::pair<std::size_t, std::size_t> withoutNoise(const TextLine& line) {
     return {first, end};
 }
 
+bool hasTime(const std::vector<std::string>& words) {
+    const auto isTime = [](const std::string& word) {
+        const auto sign = word.find(':');
+        return sign != std::string::npos && sign > 0 && countLetters(word) <= 2 && countDigits(word) >= 3 &&
+               countDigits(word) <= 8;
+    };
+    return std::any_of(words.begin(), words.end(), isTime);
+}
+
+bool hasYear(const std::vector<std::string>& words) {
+    return std::any_of(words.begin(), words.end(), [](const auto& word) {
+        return word.size() == 4 && countDigits(word) == 4 && (word[0] == '1' || word[0] == '2');
+    });
+}
+
 }  // namespace
 
 std::vector<TextLine> withoutClaims(const TextLine& line, const std::vector<Claim>& claims) {
@@ -83,7 +99,8 @@ bool isText(const TextLine& line) {
 
 bool isLabelOnly(const TextLine& line) {
     static const WordSet labels(
-        "email mail web webb epost website internet homepage url www site adresse address adres direccion indirizzo "
+        "email mail courriel mel correo correoelectronico posta epost eposta emailadresse mailadresse web webb epost "
+        "website internet homepage url www site adresse address adres direccion indirizzo "
         "endereco "
         "skype twitter "
         "facebook linkedin instagram contact kontakt contacto contatti e w");
@@ -93,6 +110,20 @@ bool isLabelOnly(const TextLine& line) {
         if (trimmed(line.text(), " :") == label) return true;
     }
     return labelOf(line).has_value() || labels.has(foldedKey(line.text()));
+}
+
+bool isSideNote(const TextLine& line) {
+    static const WordSet years(
+        "since est established founded seit gegrundet gegr depuis fonde desde dal fondata sinds "
+        "anno sedan od");
+    const std::string text = line.text();
+    const auto words = splitAtSpaces(text);
+    const auto first = words.begin();
+    const auto last = first + static_cast<std::ptrdiff_t>(std::min<std::size_t>(words.size(), 2));
+    const bool registered = std::any_of(first, last, [](const auto& word) { return isRegisterWord(word); });
+    if (registered && countDigits(text) >= 5) return true;
+    if (words.size() <= 4 && hasYear(words) && years.has(foldedKey(words.front()))) return true;
+    return hasTime(words) && countDigits(text) >= 4;
 }
 
 }  // namespace qv::recognition

@@ -20,4 +20,8 @@ bool isText(const TextLine& line);
 /// Whether a line is only the label of something else ("E-mail:", "Web", "Tel").
 bool isLabelOnly(const TextLine& line);
 
+/// Whether a line is what no field is for: a number of a register or a bank, opening hours, the year of a foundation,
+/// a standard's number.
+bool isSideNote(const TextLine& line);
+
 }  // namespace qv::recognition

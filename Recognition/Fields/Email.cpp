@@ -81,6 +81,16 @@ bool isPart(const TextLine& line, std::size_t i) {
     return text.find_first_of(".@") != std::string::npos || isAllCapitals(text) == isAllCapitals(line.text());
 }
 
+/// "jane. doe@acme.com": the word before is the beginning of the local part.
+bool isCutBefore(const TextLine& line, std::size_t first) {
+    if (first == 0 || !standsClose(line.words[first - 1], line.words[first])) return false;
+    const std::string& text = line.words[first - 1].text;
+    const std::string bare = trimmed(text, "._-");
+    const bool ends = text.size() > 2 && std::string_view("._-").find(text.back()) != std::string_view::npos;
+    return ends && folded(bare) == bare && isLocal(bare) && countDigits(bare) == 0 &&
+           !isLabelWord(line.words[first - 1]) && line.words[first].text.front() != '@';
+}
+
 /// The address around the "@" in word `at`, with as few neighbours as it takes.
 Claim claimAround(const TextLine& line, std::size_t at) {
     static constexpr std::array<std::pair<std::size_t, std::size_t>, 6> reaches = {
@@ -93,7 +103,7 @@ Claim claimAround(const TextLine& line, std::size_t at) {
             (before == 1 && (isLabelWord(line.words[first]) || !isPart(line, first))))
             continue;
         const std::string address = addressIn(joined(line, first, end));
-        if (address.empty()) continue;
+        if (address.empty() || (before == 0 && isCutBefore(line, first))) continue;
         const bool labelled = first > 0 && isLabelWord(line.words[first - 1]);
         return {FieldType::Email, labelled ? first - 1 : first, end, address, before + after == 0 ? 0.98F : 0.85F};
     }

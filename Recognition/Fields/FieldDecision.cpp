@@ -164,7 +164,7 @@ class Decision {
         std::vector<TextLine> kept;
         for (const auto& line : mLines) {
             TextLine clean = cleaned(line);
-            if (isText(clean) && !isLabelOnly(clean)) kept.push_back(std::move(clean));
+            if (isText(clean) && !isLabelOnly(clean) && !isSideNote(clean)) kept.push_back(std::move(clean));
         }
         mLines = std::move(kept);
     }

@@ -15,7 +15,7 @@ constexpr std::string_view kWrapping = "<>()[]{},;:.'\"|";
 
 std::string schemeOf(const std::string& text) {
     const std::string lower = folded(text);
-    for (const std::string_view scheme : {"https://", "http://"}) {
+    for (const std::string_view scheme : {"https://", "http://", "https:/", "http:/"}) {
         if (startsWith(lower, scheme)) return text.substr(0, scheme.size());
     }
     return {};
@@ -24,12 +24,13 @@ std::string schemeOf(const std::string& text) {
 /// "web:www.acme.com" → "www.acme.com"
 std::string withoutLabel(const std::string& text) {
     const auto colon = text.find(':');
-    return colon == std::string::npos || text.compare(colon, 3, "://") == 0 ? text : text.substr(colon + 1);
+    return colon == std::string::npos || text.compare(colon, 2, ":/") == 0 ? text : text.substr(colon + 1);
 }
 
 /// The engine drops the thin dot after a run of "w", or takes it for a comma or a space.
 std::string withDotAfterWWW(std::string rest) {
     if (!startsWith(folded(rest), "www") || rest.size() < 7) return rest;
+    if (startsWith(folded(rest), "wwww.")) rest.erase(0, 1);
     if (rest[3] == ',' || rest[3] == '-') rest[3] = '.';
     if (rest[3] != '.') rest.insert(3, ".");
     return rest;
@@ -59,7 +60,9 @@ std::string linkIn(const std::string& text) {
     if (text.find('@') != std::string::npos) return {};
     const std::string whole = trimmed(withoutLabel(trimmed(text, kWrapping)), kWrapping);
     const std::string scheme = schemeOf(whole);
-    const Parts parts = divided(withDotAfterWWW(whole.substr(scheme.size())));
+    Parts parts = divided(withDotAfterWWW(whole.substr(scheme.size())));
+    for (auto twice = parts.host.find(".."); twice != std::string::npos; twice = parts.host.find(".."))
+        parts.host.erase(twice, 1);
     const bool marked = !scheme.empty() || startsWith(folded(parts.host), "www.");
     if (!marked && !isHostName(parts.host)) return {};
     std::string host = parts.host;
@@ -70,7 +73,8 @@ std::string linkIn(const std::string& text) {
     }
     const auto name = hostName(host);
     if (!name || (!marked && !isPlainlyHost(*name))) return {};
-    return scheme + *name + parts.path;
+    const std::string slash = !scheme.empty() && !endsWith(scheme, "//") ? "/" : "";
+    return scheme + slash + *name + parts.path;
 }
 
 bool isLabelWord(const Word& word) {
@@ -97,6 +101,16 @@ bool isCutOff(const std::string& text) {
            endsWith(lower, "-");
 }
 
+bool isMarked(const std::string& link) {
+    return startsWith(folded(link), "www") || startsWith(folded(link), "http");
+}
+
+/// Two words that only a full stop joins ("San. ve") are a link where its ending is no short word.
+bool hasLongEnding(const std::string& link) {
+    const std::string host = hostOf(link);
+    return host.size() - std::min(host.size(), host.rfind('.') + 1) >= 3;
+}
+
 }  // namespace
 
 std::vector<Claim> findLinks(const TextLine& line) {
@@ -110,7 +124,7 @@ std::vector<Claim> findLinks(const TextLine& line) {
             text += line.words[end].text;
             const std::string longer = linkIn(text);
             if (!link.empty() && longer.size() <= link.size()) break;
-            link = longer;
+            if (isMarked(longer) || hasLongEnding(longer)) link = longer;
             ++end;
         }
         if (link.empty()) continue;

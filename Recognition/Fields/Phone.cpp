@@ -14,6 +14,7 @@ constexpr int kShortestLabelled = 5;
 constexpr int kShortest = 7;
 constexpr int kSure = 9;
 constexpr int kLongest = 16;
+constexpr std::size_t kCountryLetters = 4;  // and the space before them
 
 /// A line's text together with the word that each of its bytes belongs to.
 struct IndexedText {
@@ -51,6 +52,11 @@ std::optional<Label> labelBefore(std::string_view before) {
         start = space == std::string_view::npos ? 0 : space + 1;
         const auto kind = numberLabel(before.substr(start, end + 1 - start), /*mayBeLetter=*/words == 0);
         if (kind) found = Label{*kind, before.size() - start};
+        // "VAT No. GB 123 …": a country's letters stand between the label and the number.
+        const std::string_view word = before.substr(start, last + 1 - start);
+        const bool isNear = end - last <= kCountryLetters;
+        if (!found && isNear && numberLabel(word, false) == NumberKind::Other)
+            found = Label{NumberKind::Other, before.size() - start};
     }
     return found;
 }
@@ -67,8 +73,8 @@ std::optional<Label> labelAfter(std::string_view after) {
 /// " ext. 12", " x12", " Durchwahl 12": belongs to the number before it.
 std::size_t extensionLength(std::string_view after) {
     const std::string lower = folded(after);
-    for (const std::string_view mark :
-         {" ext. ", " ext.", " ext ", " ext: ", " extension ", " x ", " x", " dw ", " durchwahl ", " poste "}) {
+    for (const std::string_view mark : {", ext. ", ", ext ", ", x", " - ext. ", " ext. ", " ext.", " ext ",
+                                        " ext: ", " extension ", " x ", " x", " dw ", " durchwahl ", " poste "}) {
         if (!startsWith(lower, mark)) continue;
         std::size_t end = mark.size();
         while (end < after.size() && after[end] >= '0' && after[end] <= '9')
@@ -131,7 +137,7 @@ class PhoneFinder {
         const std::size_t begin = run.begin - (before ? before->length : 0);
         const std::size_t end = run.end + (behind ? behind->length : extension);
         const auto type = typeOf(kind, !kind && planAdvice(number, mContext.region).mobile);
-        add(type, begin, end, tidyNumber(text.substr(run.begin, run.end + extension - run.begin)), likelihood);
+        add(type, begin, end, tidyNumber(number) + std::string(text.substr(run.end, extension)), likelihood);
         mLastKind = kind;
         mUsed = end;
     }

@@ -40,17 +40,24 @@ const WordSet& faxWords() {
     return set;
 }
 
+/// Numbers that say who somebody is to an office or a bank.
+const WordSet& registerWords() {
+    static const WordSet set(
+        "vat vatno vatid vatnumber ust ustid ustidnr ustidnummer steuernr steuernummer stnr uid uidnr idnr hrb hra "
+        "handelsregister registergericht fn iban bic swift konto kontonr ktonr blz account accountno sortcode siret "
+        "siren "
+        "rcs naf ape tva cif nif dni nie piva partitaiva codfisc codicefiscale cf rea cnpj cpf crm oab kvk btw btwnr "
+        "nip "
+        "regon krs ico dic vkn vergino mersis abn acn tfn gst gstin gstno pan cin ein tin license licence lic licno "
+        "dre "
+        "bre calbre nmls npi regno registration orgnr");
+    return set;
+}
+
 const WordSet& otherWords() {
     static const WordSet set(
-        "vat vatno vatid ust ustid ustidnr ustidnummer steuernr steuernummer stnr idnr hrb hra handelsregister "
-        "registergericht iban bic swift konto "
-        "kontonr blz siret siren rcs naf ape tva cif nif dni nie piva partitaiva codfisc codicefiscale rea cnpj cpf "
-        "crm oab kvk btw "
-        "btwnr nip regon krs ico dic vkn vergino mersis abn acn tfn gst gstin pan cin ein tin license licence lic "
-        "licno dre bre calbre "
-        "nmls npi reg regno registration since est established seit depuis fundada zip plz po pobox postfach bp box "
-        "room rm suite ste "
-        "unit apt floor id no nr invoice member");
+        "id reg since est established seit depuis fundada zip plz po pobox postfach bp box room rm suite ste unit apt "
+        "floor no nr invoice member iso");
     return set;
 }
 
@@ -94,11 +101,15 @@ std::optional<NumberKind> numberLabel(std::string_view label, bool mayBeLetter) 
     if (faxWords().has(key)) return NumberKind::Fax;
     if (mobileWords().has(key)) return NumberKind::Mobile;
     if (phoneWords().has(key)) return NumberKind::Phone;
-    if (otherWords().has(key)) return NumberKind::Other;
+    if (registerWords().has(key) || otherWords().has(key)) return NumberKind::Other;
     if (mayBeLetter) {
         if (const auto kind = letterLabel(key)) return kind;
     }
     return eastAsianLabel(label);
+}
+
+bool isRegisterWord(std::string_view word) {
+    return registerWords().has(foldedKey(word));
 }
 
 }  // namespace qv::recognition

@@ -13,4 +13,7 @@ enum class NumberKind { Phone, Mobile, Fax, Other };
 /// when it is not known as a label. A single letter is a label only where `mayBeLetter`.
 std::optional<NumberKind> numberLabel(std::string_view label, bool mayBeLetter);
 
+/// Whether a word announces a number of a register, a tax office or a bank ("USt-IdNr.", "IBAN").
+bool isRegisterWord(std::string_view word);
+
 }  // namespace qv::recognition

@@ -9,7 +9,7 @@ bool isLegalForm(std::string_view word) {
         "inc inc. incorporated llc l.l.c llp lp corp corporation ltd limited plc co company pllc p.c pc pty pte "
         "sa s.a sarl s.a.r.l sas s.a.s sasu eurl snc scp sci scop "
         "sl s.l slu s.l.u s.a.u sau s.c scoop srl s.r.l spa s.p.a sapa s.n.c sas srls lda ltda eireli s.a.b "
-        "bv b.v nv n.v vof v.o.f cv c.v bvba sprl "
+        "o.o z.o.o bv b.v nv n.v vof v.o.f cv c.v bvba sprl "
         "sp.zo.o sp.z.o.o z.o.o spolka zoo sp.j s.c s.r.o sro a.s as spol v.o.s k.s "
         "a.s ltd.sti sti san tic anonim sirketi oy oyj ab hb kb asa aps a/s i/s hf ehf kk k.k kft zrt nyrt doo d.o.o "
         "dd d.d "
