@@ -1,29 +1,23 @@
 #include "Platform/PreparationRows.h"
 #include "Support/Inputs.h"
 #include "Support/Photograph.h"
+#include "Support/Probe.h"
 #include "Support/Row.h"
-#include "Support/RunProcess.h"
 #include "Support/TestImages.h"
 
 #include <algorithm>
-#include <stdexcept>
 #include <string>
 
 namespace benchmarksupport {
 
 namespace {
 
-constexpr double kKiBPerMiB = 1024;
+constexpr double kBytesPerMiB = 1024 * 1024;
 constexpr double kMostAboveSmall = 16;  // MiB
 
 /// The most memory that a process holds that prepares the input, in MiB.
 double memoryFor(const Input& input) {
-    testsupport::ProcessCall probe;
-    probe.program = QV_BENCHMARK_MEMORY_PROBE;
-    probe.arguments = {pathOfInput(input).string()};
-    const auto result = testsupport::runProcess(probe);
-    if (result.status != 0) throw std::runtime_error("the memory probe failed");
-    return std::stod(result.output) / kKiBPerMiB;
+    return memoryOfProbe(QV_BENCHMARK_MEMORY_PROBE, {pathOfInput(input).string()});
 }
 
 Row memoryOf(const Input& large) {
@@ -33,7 +27,7 @@ Row memoryOf(const Input& large) {
     row.unit = "MiB";
     row.kind = "difference";
     row.ours = memoryFor(large);
-    row.other = memoryFor(small) + static_cast<double>(readInput(large).size()) / kKiBPerMiB / 1024;
+    row.other = memoryFor(small) + static_cast<double>(readInput(large).size()) / kBytesPerMiB;
     row.figure = row.ours - row.other;
     row.limit = kMostAboveSmall;
     return row;

@@ -4,6 +4,7 @@
 
 void benchmarksupport::addRows() {
     addParserRows();
+    addParserMemoryRows();
     addTextRows();
     addNoteRows();
     addPipelineRows();

@@ -3,6 +3,7 @@
 namespace benchmarksupport {
 
 void addParserRows();
+void addParserMemoryRows();
 void addTextRows();
 void addNoteRows();
 void addPipelineRows();
