@@ -31,11 +31,15 @@ Failure isNoPicture(const std::string& file, const FileKind& kind) {
 Result<CardPicture> CardPicture::read(const std::string& file) {
     Result<qv::Data> data = readFile(file, kMaximumPictureSize);
     if (!data) return data.failure();
+    return ofBytes(std::move(*data), file);
+}
+
+Result<CardPicture> CardPicture::ofBytes(qv::Data bytes, const std::string& name) {
     CardPicture picture;
-    picture.hash = qv::lowerHexMD5(*data);
-    picture.image = qv::Image::initWithData(std::move(*data));
+    picture.hash = qv::lowerHexMD5(bytes);
+    picture.image = qv::Image::initWithData(std::move(bytes));
     if (canBeDrawn(picture.image)) return picture;
-    return isNoPicture(file, FileKind::of(picture.image->encodedData()));
+    return isNoPicture(name, FileKind::of(picture.image->encodedData()));
 }
 
 Result<std::vector<CardPicture>> CardPicture::readAll(const std::vector<std::string>& files) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "QVPlatform/Data.h"
 #include "QVPlatform/Image.h"
 #include "Support/Result.h"
 
@@ -17,6 +18,8 @@ struct CardPicture {
 
     /// Reads a picture and looks whether it can be drawn, so that nothing is sent that is none (`WrongCall`).
     static Result<CardPicture> read(const std::string& file);
+    /// The same with bytes that are there already; messages call them `name`.
+    static Result<CardPicture> ofBytes(qv::Data bytes, const std::string& name);
     /// The same for several; the first failure ends it.
     static Result<std::vector<CardPicture>> readAll(const std::vector<std::string>& files);
 };

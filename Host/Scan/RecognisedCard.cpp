@@ -9,15 +9,18 @@ std::shared_ptr<QVBusinessCard> fromResult(const QVString& result) {
     return QVBizCardParser().parse(result, &error);
 }
 
-std::shared_ptr<QVBusinessCard> fromResults(const QVString& front, const QVString& back) {
-    auto first = fromResult(front);
-    const auto second = fromResult(back);
-    if (!second) return first;
-    if (!first) first = std::make_shared<QVBusinessCard>();
-    const bool frontWins = first->score() >= second->score();
-    const auto& winner = frontWins ? first : second;
-    winner->mergeWithCard(frontWins ? second : first);
+std::shared_ptr<QVBusinessCard> merged(std::shared_ptr<QVBusinessCard> front,
+                                       const std::shared_ptr<QVBusinessCard>& back) {
+    if (!back) return front;
+    if (!front) front = std::make_shared<QVBusinessCard>();
+    const bool frontWins = front->score() >= back->score();
+    const auto& winner = frontWins ? front : back;
+    winner->mergeWithCard(frontWins ? back : front);
     return winner;
+}
+
+std::shared_ptr<QVBusinessCard> fromResults(const QVString& front, const QVString& back) {
+    return merged(fromResult(front), fromResult(back));
 }
 
 }  // namespace qvhost::RecognisedCard
