@@ -7,6 +7,7 @@
 #include "Command/NoteCommand.h"
 #include "Command/ParseCommand.h"
 #include "Command/ScanCommand.h"
+#include "Command/ServeCommand.h"
 #include "Support/HostLog.h"
 #include "Support/Messages.h"
 #include "Support/StandardStreams.h"
@@ -26,6 +27,7 @@ constexpr const char* kFooter =
     "  qvcardscan scan card.jpg\n"
     "  qvcardscan scan front.jpg back.jpg -o result --language de\n"
     "  qvcardscan scan card.jpg --search --save\n"
+    "  qvcardscan serve\n"
     "  qvcardscan contacts list\n"
     "  qvcardscan parse result/result-front.xml --json\n"
     "  qvcardscan COMMAND --help\n"
@@ -54,6 +56,7 @@ class CommandLine {
         mProgram.require_subcommand(0, 1);
         add(std::make_unique<ScanCommand>());
         add(std::make_unique<BatchCommand>());
+        add(std::make_unique<ServeCommand>());
         add(std::make_unique<ParseCommand>());
         add(std::make_unique<NoteCommand>());
         add(std::make_unique<ContactsCommand>());
