@@ -26,6 +26,19 @@ std::shared_ptr<QVVeltoContact> contactWith(const PileCard& from, Hashes hashes)
     return contact;
 }
 
+/// Of several fields of a kind that a contact has once, the last one counts: what a person said has to be that one.
+bool goesLast(const PileField& entry) {
+    const std::int32_t type = entry.field->type();
+    const bool isManifold = type == QVBusinessCardFieldTypeEmail || type == QVBusinessCardFieldTypePhone ||
+                            type == QVBusinessCardFieldTypeMobile || type == QVBusinessCardFieldTypeFax;
+    return entry.isCorrected && !isManifold;
+}
+
+std::shared_ptr<QVBusinessCardField> copyOf(const QVBusinessCardField& field) {
+    return QVBusinessCardField::initWithType(field.type(), field.label(), field.name(), field.text(), field.frame(),
+                                             field.weight(), field.orient());
+}
+
 QVString noteOf(const std::shared_ptr<QVVeltoContact>& contact) {
     return QVVeltoNoteGenerator().noteFromContactInfo(contact);
 }
@@ -34,11 +47,11 @@ QVString noteOf(const std::shared_ptr<QVVeltoContact>& contact) {
 
 std::shared_ptr<QVBusinessCard> card(const PileCard& from) {
     auto fields = std::make_shared<std::vector<std::shared_ptr<QVBusinessCardField>>>();
-    for (const PileField& entry : from.fields) {
-        const QVBusinessCardField& field = *entry.field;
-        if (field.text().value_or("").empty()) continue;
-        fields->push_back(QVBusinessCardField::initWithType(field.type(), field.label(), field.name(), field.text(),
-                                                            field.frame(), field.weight(), field.orient()));
+    for (const bool wanted : {false, true}) {
+        for (const PileField& entry : from.fields) {
+            if (goesLast(entry) == wanted && !entry.field->text().value_or("").empty())
+                fields->push_back(copyOf(*entry.field));
+        }
     }
     auto card = QVBusinessCard::initWithLanguage(from.language, std::move(fields), nullptr, nullptr);
     card->setCardWidth(from.sides[from.winner].width);

@@ -96,7 +96,7 @@ export class CardList {
       ...[...pictures].reverse().map((picture) => {
         const image = el("img", { src: api.thumbnail(picture.id), alt: "", loading: "lazy", draggable: "false" });
         image.style.rotate = `${picture.turn}deg`;
-        return el("span", { class: "row-side" }, image);
+        return el("span", { class: picture.turn % 180 === 0 ? "row-side" : "row-side is-turned" }, image);
       }),
     );
   }

@@ -5,13 +5,16 @@ import { api } from "./api.js";
 import { el, setText, svg } from "./dom.js";
 import { texts } from "./texts.js";
 
+/// To a thousandth of a unit: the sine of a half turn is not quite nothing.
+const rounded = (value) => Math.round(value * 1000) / 1000;
+
 /// What is seen of a picture after it is turned clockwise by some degrees about its middle.
 export function boundsAfterTurning(width, height, degrees) {
   const angle = (degrees * Math.PI) / 180;
   const sine = Math.abs(Math.sin(angle));
   const cosine = Math.abs(Math.cos(angle));
-  const wide = width * cosine + height * sine;
-  const high = width * sine + height * cosine;
+  const wide = rounded(width * cosine + height * sine);
+  const high = rounded(width * sine + height * cosine);
   return { x: (width - wide) / 2, y: (height - high) / 2, width: wide, height: high };
 }
 
