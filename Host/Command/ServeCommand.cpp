@@ -85,7 +85,8 @@ ExitStatus ServeCommand::serve(PageServer& server, const PageKey& key, PictureSh
     CardPile pile(shelf);
     PileReader reader(pile, recogniser, mServer.language());
     PileSaver saver(pile, std::move(place));
-    PageDesk desk(PageGate(key, server.port(), isForNetwork()), pile, shelf, saver);
+    PageDesk desk(PageGate(key, server.port(), isForNetwork()), pile, shelf, saver,
+                  mServer.server()->count() > 0 ? recogniser.name() : "");
     if (isForNetwork())
         Messages::say("Others on the network can reach the page, and read along: nothing is encrypted.");
     Messages::say("Open this address in a browser; Ctrl-C ends the program.");

@@ -59,8 +59,13 @@ PageAnswer notThere() {
 
 }  // namespace
 
-PageDesk::PageDesk(PageGate gate, CardPile& pile, PictureShelf& shelf, PileSaver& saver)
-    : mGate(std::move(gate)), mPile(pile), mShelf(shelf), mSaver(saver), mRun(Random::uuid()) {
+PageDesk::PageDesk(PageGate gate, CardPile& pile, PictureShelf& shelf, PileSaver& saver, std::string recogniser)
+    : mGate(std::move(gate)),
+      mPile(pile),
+      mShelf(shelf),
+      mSaver(saver),
+      mRecogniser(std::move(recogniser)),
+      mRun(Random::uuid()) {
 }
 
 std::optional<unsigned> PageDesk::refusal(const PageRequest& head) const {
@@ -124,6 +129,7 @@ PageAnswer PageDesk::listNow() const {
         {"done", view.done},
         {"total", view.total},
         {"addressBook", mSaver.name()},
+        {"recogniser", mRecogniser},
         {"cards", std::move(cards)},
     });
 }

@@ -15,7 +15,8 @@ namespace qvhost {
 /// Answers what the page asks for: its files, the cards, and what is to be done with them.
 class PageDesk : public PageHandler {
   public:
-    PageDesk(PageGate gate, CardPile& pile, PictureShelf& shelf, PileSaver& saver);
+    /// `recogniser`: in words, where the pictures go; empty when they stay on this machine.
+    PageDesk(PageGate gate, CardPile& pile, PictureShelf& shelf, PileSaver& saver, std::string recogniser = "");
 
     std::optional<unsigned> refusal(const PageRequest& head) const override;
     std::size_t bodyLimit(const PageRequest& head) const override;
@@ -45,6 +46,7 @@ class PageDesk : public PageHandler {
     CardPile& mPile;
     PictureShelf& mShelf;
     PileSaver& mSaver;
+    const std::string mRecogniser;
     /// Tells this run of the program from others.
     const std::string mRun;
 };

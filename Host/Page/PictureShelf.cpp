@@ -6,8 +6,14 @@
 #include "Support/FileWriting.h"
 #include "Support/Random.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <cerrno>
 #include <cstdlib>
+#include <ctime>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -26,6 +32,31 @@ std::string_view textOf(const qv::Data& bytes) {
     return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
+constexpr std::string_view kPrefix = "qvcardscan-page-";
+/// A folder is locked right after it was made.
+constexpr std::time_t kNew = 60;
+
+/// The folder of a program that is there no longer: its lock went with it.
+bool isLeftOver(const FileDescriptor& folder) {
+    struct stat facts {};
+    if (!folder.isOpen() || ::fstat(folder.number(), &facts) != 0 || facts.st_uid != ::geteuid()) return false;
+    return std::time(nullptr) - facts.st_mtime > kNew && ::flock(folder.number(), LOCK_EX | LOCK_NB) == 0;
+}
+
+FileDescriptor openFolder(const fs::path& folder) {
+    return FileDescriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+}
+
+void removeLeftOvers(const fs::path& place) {
+    std::error_code error;
+    fs::directory_iterator entry(place, error);
+    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+        if (!entry->path().filename().string().starts_with(kPrefix)) continue;
+        std::error_code ignored;
+        if (isLeftOver(openFolder(entry->path()))) fs::remove_all(entry->path(), ignored);
+    }
+}
+
 Failure noRoom() {
     return {ExitStatus::NotWritten,
             "There is no room for more pictures. Save or download what is finished, and remove some cards."};
@@ -35,15 +66,22 @@ Failure noRoom() {
 
 Result<std::unique_ptr<PictureShelf>> PictureShelf::make(std::uint64_t room) {
     std::error_code error;
-    std::string folder = (fs::temp_directory_path(error) / "qvcardscan-page-XXXXXX").string();
+    const fs::path place = fs::temp_directory_path(error);
+    std::string folder = (place / (std::string(kPrefix) + "XXXXXX")).string();
     // Made so that only this user can open it.
     if (!error && ::mkdtemp(folder.data()) == nullptr) error = {errno, std::system_category()};
-    if (!error) return std::unique_ptr<PictureShelf>(new PictureShelf(folder, room));
+    if (!error) {
+        removeLeftOvers(place);
+        FileDescriptor lock = openFolder(folder);
+        (void)::flock(lock.number(), LOCK_EX | LOCK_NB);
+        return std::unique_ptr<PictureShelf>(new PictureShelf(folder, std::move(lock), room));
+    }
     return Failure{ExitStatus::NotWritten, "No folder could be made for the pictures: " + error.message() +
                                                ". Make room, or name another place in the variable TMPDIR."};
 }
 
-PictureShelf::PictureShelf(fs::path folder, std::uint64_t room) : mFolder(std::move(folder)), mRoom(room) {
+PictureShelf::PictureShelf(fs::path folder, FileDescriptor lock, std::uint64_t room)
+    : mFolder(std::move(folder)), mLock(std::move(lock)), mRoom(room) {
 }
 
 PictureShelf::~PictureShelf() {

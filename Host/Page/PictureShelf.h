@@ -3,6 +3,7 @@
 #include "QVPlatform/Data.h"
 #include "QVPlatform/Geometry.h"
 #include "Scan/CardPicture.h"
+#include "Support/FileDescriptor.h"
 #include "Support/Result.h"
 
 #include <chrono>
@@ -28,7 +29,8 @@ struct ShelvedPicture {
 };
 
 /// Keeps the pictures that were handed to the page in a folder that only this user can open, and removes them with
-/// itself: memory holds none of them. Any thread may call.
+/// itself: memory holds none of them. What a program left that could not clean up after itself goes with the next one.
+/// Any thread may call.
 class PictureShelf {
   public:
     enum class Form { Original, View, Thumbnail };
@@ -59,13 +61,14 @@ class PictureShelf {
     std::filesystem::path workFolder() const;
 
   private:
-    PictureShelf(std::filesystem::path folder, std::uint64_t room);
+    PictureShelf(std::filesystem::path folder, FileDescriptor lock, std::uint64_t room);
     std::filesystem::path file(const std::string& identifier, Form form) const;
     Result<ShelvedPicture> store(ShelvedPicture picture, const CardPicture& drawn);
     bool reserve(std::size_t bytes);
     void release(std::size_t bytes);
 
     const std::filesystem::path mFolder;
+    const FileDescriptor mLock;
     const std::uint64_t mRoom;
     mutable std::mutex mMutex;
     std::uint64_t mUsed = 0;

@@ -1,5 +1,6 @@
 #include "Page/PileJSON.h"
 
+#include "Page/CardNote.h"
 #include "Page/FieldKind.h"
 
 #include <nlohmann/json.hpp>
@@ -56,7 +57,29 @@ JSON::Value picturesJSON(const PileCard& card) {
     return list;
 }
 
-JSON::Value fieldJSON(const PileField& entry) {
+/// Of several that a contact has once, one is in the note; of some kinds, none.
+bool isInNote(const QVBusinessCardField& field, const QVVeltoContact& contact) {
+    if (field.text().value_or("").empty()) return false;
+    switch (field.type()) {
+        case QVBusinessCardFieldTypeName:
+            return field.text() == contact.fullName();
+        case QVBusinessCardFieldTypeTitle:
+            return field.text() == contact.jobTitle();
+        case QVBusinessCardFieldTypeCompany:
+            return field.text() == contact.company();
+        case QVBusinessCardFieldTypeAddress:
+            return field.text() == contact.address();
+        case QVBusinessCardFieldTypeEmail:
+        case QVBusinessCardFieldTypePhone:
+        case QVBusinessCardFieldTypeMobile:
+        case QVBusinessCardFieldTypeFax:
+            return true;
+        default:
+            return false;
+    }
+}
+
+JSON::Value fieldJSON(const PileField& entry, const QVVeltoContact& contact) {
     const QVBusinessCardField& field = *entry.field;
     const qv::Rect& frame = field.frame();
     return {
@@ -67,6 +90,7 @@ JSON::Value fieldJSON(const PileField& entry) {
         {"side", entry.side ? JSON::Value(*entry.side) : JSON::Value(nullptr)},
         {"frame", JSON::Value::array({frame.origin.x, frame.origin.y, frame.size.width, frame.size.height})},
         {"isCorrected", entry.isCorrected},
+        {"isInNote", isInNote(field, contact)},
     };
 }
 
@@ -104,8 +128,9 @@ JSON::Value summary(const PileCard& card) {
 JSON::Value whole(const PileCard& card) {
     JSON::Value value = summary(card);
     JSON::Value fields = JSON::Value::array();
+    const auto contact = CardNote::contact(card);
     for (const PileField& field : card.fields)
-        fields.push_back(fieldJSON(field));
+        fields.push_back(fieldJSON(field, *contact));
     value["fields"] = std::move(fields);
     value["remarks"] = card.remarks;
     value["saved"] = savedJSON(card);

@@ -8,7 +8,7 @@ import time
 import unittest
 
 from selenium import webdriver
-from selenium.common.exceptions import NoSuchElementException, StaleElementReferenceException
+from selenium.common.exceptions import NoSuchElementException, NoSuchFrameException, StaleElementReferenceException
 from selenium.webdriver.chrome.service import Service
 from selenium.webdriver.common.by import By
 from selenium.webdriver.common.keys import Keys
@@ -96,7 +96,7 @@ class PageTest(unittest.TestCase):
             try:
                 if found := condition():
                     return found
-            except (NoSuchElementException, StaleElementReferenceException):
+            except (NoSuchElementException, NoSuchFrameException, StaleElementReferenceException):
                 pass
             if time.monotonic() > end:
                 log = self.browser.get_log("browser")

@@ -29,7 +29,10 @@ async function ask(method, path, { json, body, type, signal } = {}) {
     throw new Gone();
   }
   if (answer.status === 204) return null;
-  const content = await answer.json().catch(() => null);
+  const content = await answer.json().catch((problem) => {
+    if (problem.name === "AbortError") throw problem;
+    return null;
+  });
   if (answer.ok && content !== null) return content;
   throw new Refusal(answer.status, content?.error ?? (answer.status === 403 ? texts.locked : texts.failed));
 }
@@ -37,7 +40,7 @@ async function ask(method, path, { json, body, type, signal } = {}) {
 const card = (id) => `cards/${encodeURIComponent(id)}`;
 
 export const api = {
-  list: (run, seen) => ask("GET", `cards?run=${encodeURIComponent(run)}&seen=${seen}`),
+  list: (run, seen, signal) => ask("GET", `cards?run=${encodeURIComponent(run)}&seen=${seen}`, { signal }),
   pairs: async (names) => (await ask("POST", "pairs", { json: { names } })).cards,
   addPicture: async (file) => {
     const name = encodeURIComponent(file.name);

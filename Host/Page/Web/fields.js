@@ -66,11 +66,12 @@ class FieldRow {
   #showMark(field) {
     const isUnsure = field.weight !== null && field.weight < sureFrom;
     const title = field.isCorrected ? texts.corrected : isUnsure ? texts.unsure(field.weight) : "";
-    this.#mark.className = `field-mark${isUnsure ? " is-unsure" : ""}`;
-    this.#mark.title = title;
+    const isOutside = !field.isInNote && field.text !== "";
+    this.#mark.title = [title, isOutside ? texts.outsideHint : ""].filter(Boolean).join(". ");
     this.#mark.replaceChildren(
+      ...(isOutside ? [el("span", { class: "chip", text: texts.outside })] : []),
       ...(field.isCorrected ? [icon("check")] : []),
-      ...(isUnsure ? [el("span", { text: texts.unsureShort, "aria-hidden": "true" })] : []),
+      ...(isUnsure ? [el("span", { class: "chip chip-warn", text: texts.unsureShort, "aria-hidden": "true" })] : []),
       ...(title ? [el("span", { class: "unseen", text: title })] : []),
     );
   }

@@ -72,7 +72,8 @@ const header = el("header", { class: "top" },
   el("div", { class: "brand" }, el("img", { src: "icon.svg", alt: "", width: "28", height: "28" }), el("span", { text: texts.title })),
   progress,
   el("div", { class: "buttons" }, addButton, downloadAll));
-const welcome = makeWelcome({ choose: () => picker.click(), sample: () => addSample() });
+const where = el("span");
+const welcome = makeWelcome({ where, choose: () => picker.click(), sample: () => addSample() });
 const desk = el("div", { class: "desk" },
   el("nav", { class: "side", "aria-label": texts.listLabel }, list.element, list.hint),
   el("main", { class: "card", id: "card", tabindex: "-1" }, actions.element, picture.element, fields.element, note.element));
@@ -103,6 +104,7 @@ function show() {
   const isEmpty = pile.cards.length === 0 && uploads.pending.length === 0;
   welcome.hidden = !isEmpty;
   desk.hidden = isEmpty;
+  if (pile.recogniser !== null) setText(where, pile.recogniser ? texts.readThere(pile.recogniser) : texts.readHere);
   downloadAll.hidden = !pile.cards.some((card) => card.state === "done");
   list.show(pile.cards, uploads.pending, selected);
   showProgress();

@@ -10,9 +10,11 @@ export const texts = {
   downloadAllHint: "Everything as a ZIP file: notes, vCards, fields and pictures",
 
   emptyTitle: "Turn business cards into contacts",
-  emptyLead: "Drop photographs of cards here, as many as you like. They are read on your own machine and go nowhere else.",
+  emptyLead: "Drop photographs of cards here, as many as you like.",
+  readHere: "They are read on your own machine and go nowhere else.",
+  readThere: (where) => `They are sent to ${where} to be read.`,
   emptySteps: [
-    ["Photograph", "The whole card in view, sharp and evenly lit. JPEG, PNG, TIFF, WebP or HEIC."],
+    ["Photograph", "The whole card in view, sharp and evenly lit. JPEG, PNG, TIFF or WebP."],
     ["Drop", "Front and back are put together when their files are called x-front and x-back, or x_1 and x_2."],
     ["Check", "Put right what was misread, look at the note, and save the contact."],
   ],
@@ -57,6 +59,8 @@ export const texts = {
   corrected: "Corrected",
   unsure: (weight) => `Please check: the recogniser is only ${weight} % sure`,
   unsureShort: "check",
+  outside: "not in the note",
+  outsideHint: "The note has no place for this field, or another one of its kind stands there",
   newKindLabel: "Kind of the new field",
   addField: "Add field",
   kinds: {

@@ -16,12 +16,12 @@ function drawing() {
       line(251, 76, 32, "drawing-title"), line(251, 88, 32, "drawing-mail"), line(251, 100, 20, "drawing-phone")));
 }
 
-/// `handlers`: choose(), sample().
+/// `handlers`: choose(), sample(), and `where`, the element that says where pictures are read.
 export function makeWelcome(handlers) {
   return el("main", { class: "welcome" },
     drawing(),
     el("h1", { text: texts.emptyTitle }),
-    el("p", { class: "lead", text: texts.emptyLead }),
+    el("p", { class: "lead" }, el("span", { text: `${texts.emptyLead} ` }), handlers.where),
     el("div", { class: "buttons" },
       button(texts.choose, "plus", { class: "button-main button-large", onclick: handlers.choose }),
       button(texts.sample, null, { class: "button-large", onclick: handlers.sample })),
