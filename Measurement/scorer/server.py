@@ -2,6 +2,7 @@
 
 import http.client
 import os
+import secrets
 import subprocess
 import time
 
@@ -9,13 +10,17 @@ TICKS = os.sysconf("SC_CLK_TCK")
 
 
 class Server:
-    """One server with one worker, so that what it costs can be told. Ends with the `with` block it is opened in."""
+    """One server with one worker, so that what it costs can be told. Ends with the `with` block it is opened in, or
+    with this process, however that ends."""
 
     def __init__(self, program, arguments=()):
-        self.command = [program, "--port", "0", "--workers", "1", "--quiet", *arguments]
+        self.command = [program, "--embedded", "--workers", "1", "--quiet", *arguments]
+        self.token = secrets.token_hex(16)
 
     def __enter__(self):
-        self.process = subprocess.Popen(self.command, stdout=subprocess.PIPE)
+        self.process = subprocess.Popen(self.command, stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+        self.process.stdin.write(self.token.encode() + b"\n")
+        self.process.stdin.flush()
         line = self.process.stdout.readline().decode()
         if not line.startswith("port "):
             self.process.wait()
@@ -24,14 +29,15 @@ class Server:
         return self
 
     def __exit__(self, *_):
-        self.process.terminate()
+        self.process.stdin.close()
         self.process.wait()
 
     def read(self, picture, language):
         """Posts a picture as the library does: (status, body, seconds, the processor's seconds)."""
         connection = http.client.HTTPConnection("127.0.0.1", self.port, timeout=120)
         busy, start = self._processor_seconds(), time.monotonic()
-        connection.request("POST", "/", picture, {"content-language": language, "Content-Type": "image/jpeg"})
+        connection.request("POST", "/", picture, {"content-language": language, "Content-Type": "image/jpeg",
+                                                  "auth": self.token})
         response = connection.getresponse()
         body = response.read()
         connection.close()
