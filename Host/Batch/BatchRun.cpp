@@ -44,6 +44,12 @@ std::string inWords(const CardRecord& record) {
     return words.empty() ? "no name, company or address" : words;
 }
 
+/// What stands behind a file's name need not begin with it.
+std::string withoutName(const std::string& reason, const std::filesystem::path& file) {
+    const std::string name = "\"" + file.string() + "\" ";
+    return reason.starts_with(name) ? reason.substr(name.size()) : reason;
+}
+
 std::string joined(const std::vector<std::string>& texts) {
     std::string all;
     for (const std::string& text : texts)
@@ -226,7 +232,8 @@ void BatchRun::finish(ReadCard card, const BatchCard& pictures) {
     print(record.object);
 }
 
-void BatchRun::fail(const PlannedCard& planned, const std::string& why) {
+void BatchRun::fail(const PlannedCard& planned, const std::string& reason) {
+    const std::string why = withoutName(reason, planned.card.front);
     mOutcome.failed.push_back({planned.card.front.string(), why});
     worsen(ExitStatus::Incomplete);
     mProgress->add(planned.name + ": failed: " + why, /*failed=*/true);

@@ -56,7 +56,7 @@ class BatchRun {
     bool isLostWithServer(const CardQueue::Landing& landing);
     void keep(CardQueue::Landing landing);
     void finish(ReadCard card, const BatchCard& pictures);
-    void fail(const PlannedCard& planned, const std::string& why);
+    void fail(const PlannedCard& planned, const std::string& reason);
     void countServerFailures(const ScanOutcome& outcome);
     void print(const JSON::Value& object);
     void stop(Failure failure);

@@ -23,7 +23,9 @@ constexpr const char* kFooter =
     "Examples:\n"
     "  qvcardscan batch photos -o cards\n"
     "  qvcardscan batch *.jpg -o cards --save --language de\n"
-    "  qvcardscan batch photos -o cards --resume";
+    "  qvcardscan batch photos -o cards --resume\n"
+    "\n"
+    "Exit status: 0 done; 1 some failed; 2 wrong call; 3 not written; 130 stopped.";
 
 std::string objectionToEmpty(const std::string& text) {
     return text.empty() ? "a name is needed here, not an empty text." : "";
@@ -50,20 +52,19 @@ ExitStatus fail(const Failure& failure) {
 CLI::App* BatchCommand::describe(CLI::App& program) {
     CLI::App* command = program.add_subcommand("batch", "Read a pile of cards from folders or files");
     command->footer(kFooter);
-    command->add_option("DIR|FILE", mNames, "Folders and photographs; x-front goes with x-back, x_1 with x_2")
+    command->add_option("DIR|FILE", mNames, "Folders, photographs (x-front with x-back, x_1 with x_2)")
         ->required()
         ->type_name("")
         ->check(objectionToEmpty);
-    command->add_option("-o,--output", mFolder, "Folder for the cards, contacts.csv, contacts.vcf and index.html")
+    command->add_option("-o,--output", mFolder, "Folder for cards, contacts.csv, .vcf and index.html")
         ->required()
         ->type_name("OUT")
         ->check(objectionToEmpty);
-    command->add_flag("--resume", mResumes, "Go on with the batch in OUT: what is finished is not read again");
-    command->add_flag("--pairs", mTakesPairsInOrder, "Every two pictures are front and back, whatever they are called");
-    CLI::Option* jobs =
-        command->add_option("--jobs", mJobs, "Cards the embedded server reads at once (default: up to 3)");
+    command->add_flag("--resume", mResumes, "Go on with the batch in OUT; finished cards stay");
+    command->add_flag("--pairs", mTakesPairsInOrder, "Every two pictures are a front and its back");
+    CLI::Option* jobs = command->add_option("--jobs", mJobs, "Cards read at the same time (default: up to 3)");
     jobs->type_name("N")->check(objectionToJobs);
-    command->add_flag("--json", mJSON, "Print one JSON object on a line for each card");
+    command->add_flag("--json", mJSON, "Print a JSON object for each card, one a line");
     mServer.describe(*command);
     jobs->excludes(mServer.server());
     mPerson.describe(*command, nullptr);

@@ -32,10 +32,9 @@ constexpr const char* kFooter =
     "  qvcardscan scan card.jpg\n"
     "  qvcardscan scan front.jpg back.jpg -o result --language de\n"
     "  qvcardscan scan card.jpg --search --save --address-book ~/contacts\n"
-    "  qvcardscan scan card.jpg --contacts ~/contacts --json\n"
     "\n"
-    "Exit status: 0 done; 1 errors, nothing recognised, or no answer to a search in time; 2 wrong call, nothing was\n"
-    "sent; 3 the result could not be written, or the contact not saved.";
+    "Exit status: 0 done; 1 errors, nothing recognised, or no answer in time; 2 wrong call, nothing was sent;\n"
+    "3 result not written, or contact not saved.";
 
 ExitStatus worst(ExitStatus one, ExitStatus other) {
     return std::max(one, other);
@@ -47,8 +46,7 @@ CLI::App* ScanCommand::describe(CLI::App& program) {
     CLI::App* command = program.add_subcommand("scan", "Read a card from photographs of its sides");
     command->footer(kFooter);
     command->add_option("FRONT", mFront, "Photograph of the front (JPEG, PNG, TIFF, WebP)")->required()->type_name("");
-    command->add_option("BACK", mBack, "Photograph of the back; read when the front alone is not enough")
-        ->type_name("");
+    command->add_option("BACK", mBack, "Photograph of the back; read when that is needed")->type_name("");
     command->add_option("-o,--output", mFolder, "Folder for the note, the fields and the pictures")
         ->type_name("DIR")
         ->check(objectionToEmpty);

@@ -72,16 +72,11 @@ Result<AddressBookPlace> openOwnFolder(AddressBookOptions::Access access) {
 }  // namespace
 
 void AddressBookOptions::describe(CLI::App& command) {
-    auto* folder =
-        command.add_option("--address-book", mFolder,
-                           "Folder of vCards that is the address book (default: your own, below ~/.local/share)");
+    auto* folder = command.add_option("--address-book", mFolder, "Folder of vCards (default: in your ~/.local/share)");
     folder->type_name("DIR")->check(objectionToEmpty);
-    auto* server = command.add_option("--carddav", mServer, "CardDAV server that holds the address book instead");
+    auto* server = command.add_option("--carddav", mServer, "CardDAV server that is the address book instead");
     server->type_name("URL")->check(objectionToServer)->excludes(folder);
-    command
-        .add_option("--carddav-login-file", mLoginFile,
-                    std::string("File with user name and password for it, a line each (or set ") + kUserVariable +
-                        " and " + kPasswordVariable + ")")
+    command.add_option("--carddav-login-file", mLoginFile, "Its user and password (or QVCARDSCAN_CARDDAV_USER, …)")
         ->type_name("F")
         ->needs(server);
 }

@@ -24,19 +24,13 @@ std::string objectionToFolder(const std::string& folder) {
 
 void PersonOptions::describe(CLI::App& command, CLI::Option* skipNote) {
     command.option_defaults()->group("The person on the card");
-    CLI::Option* search =
-        command.add_flag("--search", mSearch, "Look the person up by e-mail address and add what is known");
-    command
-        .add_option("--search-key-file", mSearchKeyFile,
-                    std::string("File with key and secret, a line each, for a search that wants them (or set ") +
-                        kKeyVariable + " and " + kSecretVariable + ")")
+    CLI::Option* search = command.add_flag("--search", mSearch, "Look the person up by e-mail address");
+    command.add_option("--search-key-file", mSearchKeyFile, "Its key and secret (or QVCARDSCAN_SEARCH_KEY, _SECRET)")
         ->type_name("F")
         ->needs(search);
     mServices.describe(command, *search);
-    CLI::Option* save = command.add_flag("--save", mSave, "Save the contact in the address book, new or updated");
-    CLI::Option* contacts = command.add_option(
-        "--contacts", mContacts,
-        "Folder of vCards with contacts that you have; the card is merged with the one it belongs to");
+    CLI::Option* save = command.add_flag("--save", mSave, "Save the contact in the address book");
+    CLI::Option* contacts = command.add_option("--contacts", mContacts, "Folder of vCards to merge the card with");
     contacts->type_name("DIR")->check(objectionToFolder);
     mAddressBook.describe(command);
     for (CLI::Option* option : {search, save, contacts}) {

@@ -19,11 +19,11 @@ constexpr const char* kKeyVariable = "QVCARDSCAN_PROFILE_SERVICE_KEY";
 
 void SearchServices::describe(CLI::App& command, CLI::Option& search) {
     auto* service = command.add_flag("--profile-service", mUsesProfileService,
-                                     "Also ask gravatar.com, which learns a digest of the e-mail address");
+                                     "Also ask gravatar.com (learns the address's digest)");
     service->needs(&search);
     command
         .add_option("--profile-service-key-file", mProfileServiceKeyFile,
-                    std::string("File with your key for that service, if you have one (or set ") + kKeyVariable + ")")
+                    std::string("Its key (or set ") + kKeyVariable + ")")
         ->type_name("F")
         ->needs(service);
     command.add_option("--profile-service-url", mProfileServiceURL, "Where that service is")
@@ -31,8 +31,7 @@ void SearchServices::describe(CLI::App& command, CLI::Option& search) {
         ->check(RemoteServer::objectionTo)
         ->group("");
     auto* webFinger =
-        command.add_flag("--webfinger", mUsesWebFinger,
-                         "Also ask the domain of the e-mail address, which learns that you have the card");
+        command.add_flag("--webfinger", mUsesWebFinger, "Also ask the address's domain (learns of the card)");
     webFinger->needs(&search);
     command.add_option("--webfinger-url", mWebFingerURL, "Whom to ask in the place of every domain")
         ->needs(webFinger)

@@ -26,14 +26,14 @@ std::string objectionToEmpty(const std::string& text) {
 }  // namespace
 
 void ServerOptions::describe(CLI::App& command) {
-    command.add_option("--language", mLanguage, "Language of the card, such as en or de (default: en)")
+    command.add_option("--language", mLanguage, "Language on cards, such as en or de (default: en)")
         ->type_name("L")
         ->check(objectionToLanguage);
-    mServer = command.add_option("--server", mServerURL, "Use this recognition server instead of the embedded one");
+    mServer = command.add_option("--server", mServerURL, "Recognition server instead of the embedded one");
     mServer->type_name("URL")->check(RemoteServer::objectionTo);
     command
         .add_option("--token-file", mTokenFile,
-                    std::string("File with the server's token (or set ") + AuthToken::kVariable + ")")
+                    std::string("File with its token (or set ") + AuthToken::kVariable + ")")
         ->type_name("F")
         ->needs(mServer)
         ->check(objectionToEmpty);

@@ -1,19 +1,23 @@
 // Stands in for the recognition server: started, spoken to and ended like it, it answers each picture as the folder in
 // FAKE_RECOD says:
 //   mode        what goes wrong: "ends" or "garbage" instead of a port, "dies" once when the first picture comes,
-//               "interrupts" its parent then, as Ctrl-C would
+//               "interrupts" its parent then, as Ctrl-C would; a number behind these two means another picture than
+//               the first; "chokes" dies of every picture of more than 20000 bytes
 //   answer.xml  the answer to every picture
 // and notes there what it was sent (`requests`, a line each) and how often it was started (`starts`).
 #include "Support/ScriptedServer.h"
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <atomic>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <sstream>
 #include <string>
 
 namespace {
@@ -34,11 +38,18 @@ void appendLine(const std::string& name, const std::string& line) {
 
 void answerPicture(testsupport::ScriptedConnection& connection, const testsupport::ScriptedRequest& request,
                    const std::string& token) {
-    if (contents("mode") == "dies") {
+    std::istringstream mode(contents("mode"));
+    std::string word;
+    int turn = 1;
+    mode >> word >> turn;
+    static std::atomic<int> pictures{0};
+    const bool isTurn = ++pictures == std::max(turn, 1);
+    if (word == "chokes" && request.body.size() > 20000) ::_exit(70);
+    if (word == "dies" && isTurn) {
         std::filesystem::remove(folder() / "mode");
         ::_exit(70);
     }
-    if (contents("mode") == "interrupts") {
+    if (word == "interrupts" && isTurn) {
         ::kill(::getppid(), SIGINT);
         return connection.waitUntilClosed();
     }

@@ -173,7 +173,7 @@ ProcessResult runProcess(const ProcessCall& call) {
     Pipe::closeEnd(error.writeEnd);
     ProcessResult result;
     result.timedOut = !converse(call, input, output, error, result);
-    if (result.timedOut) ::kill(identifier, SIGKILL);
+    if (result.timedOut) ::kill(identifier, call.signalAtLimit);
     result.status = waitFor(identifier);
     return result;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <csignal>
 #include <filesystem>
 #include <map>
 #include <optional>
@@ -22,8 +23,9 @@ struct ProcessCall {
     bool closesOutput = false;
     /// Whether its standard error is a terminal.
     bool errorIsTerminal = false;
-    /// After this it is killed.
-    std::chrono::seconds limit{120};
+    /// After this it is sent that signal, and waited for.
+    std::chrono::milliseconds limit{120000};
+    int signalAtLimit = SIGKILL;
 };
 
 struct ProcessResult {

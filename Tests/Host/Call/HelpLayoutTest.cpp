@@ -15,6 +15,7 @@ using testsupport::runHost;
 TEST(HelpLayout, FitsATerminalOf80Columns) {
     for (const std::vector<std::string>& arguments : {std::vector<std::string>{"--help"},
                                                       {"scan", "--help"},
+                                                      {"batch", "--help"},
                                                       {"parse", "--help"},
                                                       {"note", "--help"},
                                                       {"contacts", "--help"}}) {
@@ -28,6 +29,13 @@ TEST(HelpLayout, FitsATerminalOf80Columns) {
         }
         EXPECT_THAT(help, HasSubstr("Examples:\n  qvcardscan " + (arguments.size() > 1 ? arguments.front() : "scan")));
         EXPECT_THAT(help, Not(HasSubstr("\n\n\n")));
+    }
+}
+
+TEST(HelpLayout, FitsAScreen) {
+    for (const char* command : {"scan", "batch", "parse", "note", "contacts"}) {
+        const std::string help = runHost({command, "--help"}).output;
+        EXPECT_LE(std::count(help.begin(), help.end(), '\n'), 40) << command;
     }
 }
 
