@@ -33,6 +33,10 @@ std::int64_t numberIn(const JSON::Value& object, const char* key) {
     return object.is_object() && found != object.end() && found->is_number_integer() ? found->get<std::int64_t>() : 0;
 }
 
+qv::Size sizeOf(const JSON::Value& thumbnail) {
+    return {static_cast<double>(numberIn(thumbnail, "width")), static_cast<double>(numberIn(thumbnail, "height"))};
+}
+
 std::string lazily(std::string picture, const std::string& alternative) {
     const std::string plain = "<img alt=\"\"";
     const std::size_t found = picture.find(plain);
@@ -46,10 +50,8 @@ std::string thumbnails(const CardRecord& card, const std::string& title) {
     const auto list = card.object.find("thumbnails");
     if (list == card.object.end() || !list->is_array()) return text + "</a>\n";
     for (const auto& thumbnail : *list) {
-        const qv::Size size{static_cast<double>(numberIn(thumbnail, "width")),
-                            static_cast<double>(numberIn(thumbnail, "height"))};
         const bool isBack = stringIn(thumbnail, "file").find("back") != std::string::npos;
-        text += lazily(turnedPicture(addressIn(card, stringIn(thumbnail, "file")), "width:100%", size,
+        text += lazily(turnedPicture(addressIn(card, stringIn(thumbnail, "file")), "width:100%", sizeOf(thumbnail),
                                      numberIn(thumbnail, "rotation")),
                        (isBack ? "Back of the card of " : "Card of ") + title);
     }
@@ -87,20 +89,44 @@ std::map<std::string, std::string> resourcesIn(const fs::path& folder) {
     return files;
 }
 
+/// How a picture of the card is shown: turned upright, and as a thumbnail where browsers do not show the file itself.
+struct Shown {
+    std::string file;
+    qv::Size size;
+    std::int64_t rotation = 0;
+};
+
+std::map<std::string, Shown> shownPictures(const CardRecord& card, const fs::path& folder) {
+    std::map<std::string, Shown> shown;
+    for (const auto& [hash, file] : resourcesIn(folder))
+        shown.emplace(hash, Shown{file, {}, 0});
+    const auto thumbnails = card.object.find("thumbnails");
+    for (std::size_t i = 0; i < card.pictures.size(); ++i) {
+        const auto found = shown.find(card.pictures[i].hash);
+        if (found == shown.end() || thumbnails == card.object.end() || i >= thumbnails->size()) continue;
+        const auto& thumbnail = (*thumbnails)[i];
+        const std::string ending = fs::path(found->second.file).extension().string();
+        if (ending == ".tiff" || ending == ".heic") found->second.file = stringIn(thumbnail, "file");
+        found->second.size = sizeOf(thumbnail);
+        found->second.rotation = numberIn(thumbnail, "rotation");
+    }
+    return shown;
+}
+
 /// The note in the page, its pictures beside the page.
 std::string note(const CardRecord& card, const fs::path& folder) {
     const QVString note = qv::Text::stringWithContentsOfFile((folder / "note.qvml").string());
     if (!note) return "";
-    const auto files = resourcesIn(folder);
+    const auto pictures = shownPictures(card, folder);
     std::string text;
     std::size_t done = 0;
     for (const MediaReference& reference : MediaReference::allIn(*note)) {
         text.append(*note, done, reference.position - done);
         done = reference.position + reference.length;
-        const auto file = files.find(reference.hash);
-        if (file == files.end()) continue;
-        text += "<img loading=\"lazy\" alt=\"\" style=\"" + reference.style + "\" src=\"" +
-                addressIn(card, file->second) + "\">";
+        const auto found = pictures.find(reference.hash);
+        if (found == pictures.end()) continue;
+        const Shown& shown = found->second;
+        text += lazily(turnedPicture(addressIn(card, shown.file), reference.style, shown.size, shown.rotation), "");
     }
     text.append(*note, done);
     return "<details><summary>Note</summary><div class=\"note\">\n" + text + "\n</div></details>\n";

@@ -47,9 +47,9 @@ dt { grid-column: 1; color: var(--soft); }
 dd { grid-column: 2; margin: 0; overflow-wrap: anywhere; white-space: pre-line; }
 details { margin: 8px 0; }
 summary { cursor: pointer; width: max-content; max-width: 100%; }
-.note { margin-top: 8px; color-scheme: light; background: #fff; color: #222; border: 1px solid var(--line);
-  border-radius: 6px; padding: 12px; overflow-x: auto; }
+.note { margin-top: 8px; border: 1px solid var(--line); border-radius: 12px; overflow-x: auto; }
 .note img { max-width: 100%; }
+.note .card-picture img { max-width: none; }
 .problem, .failed summary { color: var(--bad); }
 .problem, .remark { margin: 4px 0; overflow-wrap: anywhere; }
 .remark, .links { color: var(--soft); }
