@@ -1,14 +1,23 @@
 #include "CardDAV/DAVBodies.h"
 
+#include "QVPlatform/Text.h"
+
+#include <algorithm>
+
 namespace {
 
 constexpr std::string_view kHead = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n";
 constexpr std::string_view kSpaces = " xmlns=\"DAV:\" xmlns:C=\"urn:ietf:params:xml:ns:carddav\">";
 
+bool isOutsideOfXML(char16_t unit) {
+    return unit < u' ' || unit == 0xFFFE || unit == 0xFFFF;
+}
+
 std::string escaped(std::string_view text) {
+    std::u16string units = qv::Text::utf16(text);
+    std::replace_if(units.begin(), units.end(), isOutsideOfXML, u' ');
     std::string result;
-    for (const char c : text) {
-        const bool isControl = static_cast<unsigned char>(c) < ' ';
+    for (const char c : qv::Text::utf8(units)) {
         if (c == '&') {
             result += "&amp;";
         } else if (c == '<') {
@@ -16,7 +25,7 @@ std::string escaped(std::string_view text) {
         } else if (c == '>') {
             result += "&gt;";
         } else {
-            result += isControl ? ' ' : c;
+            result += c;
         }
     }
     return result;

@@ -4,7 +4,8 @@
 #include <string_view>
 #include <vector>
 
-/// The bodies of requests. Texts are escaped for XML; what XML cannot hold at all becomes a blank.
+/// The bodies of requests. Texts are escaped for XML; characters that XML cannot hold at all become blanks, and bytes
+/// that are not UTF-8 U+FFFD.
 
 /// PROPFIND: what tells the way to address books.
 std::string wayBody();

@@ -1,3 +1,4 @@
+#include "QVPlatform/XMLParser.h"
 #include "QVSocialSearch/QVCardDAVAddressBook.h"
 #include "SocialSearch/CardDAVFixture.h"
 #include "Support/UntrustedTLSServer.h"
@@ -44,6 +45,14 @@ class QVCardDAVAddressBookHostileTest : public CardDAVTest {
 
     ScriptedServer mOther;
     std::optional<qv::Error> mError;
+};
+
+/// For whom only matters whether a text is XML.
+class Silence : public qv::XMLParserDelegate {
+    void didStartElement(const std::string&, const std::map<std::string, std::string>&) override {}
+    void didEndElement(const std::string&) override {}
+    void foundCharacters(std::string_view) override {}
+    void parseErrorOccurred(const qv::Error&) override {}
 };
 
 TEST_F(QVCardDAVAddressBookHostileTest, RedirectsElsewhereAreRefused) {
@@ -182,6 +191,15 @@ INSTANTIATE_TEST_SUITE_P(
         AnswerRow{"UTF16", [] { return std::string("\xFF\xFE<\0d\0", 6); }},
         AnswerRow{"TooLarge", [] { return kHead + std::string(std::size_t{33} << 20, ' ') + "</d:multistatus>"; }}),
     [](const auto& row) { return std::string(row.param.name); });
+
+TEST_F(QVCardDAVAddressBookHostileTest, WhateverIsLookedForTheQuestionIsXML) {
+    for (const std::string text : {"a\x01z", "a\xEF\xBF\xBFz", "a\xFFz", "\xED\xA0\x80", "<&\">]]>"}) {
+        mBook.profilesWithEmailAddress(text + "@example.com", &mError);
+        const ScriptedRequest question = mServer.requests("REPORT").back();
+        Silence silence;
+        EXPECT_TRUE(qv::XMLParser::parse(question.body, silence)) << question.body;
+    }
+}
 
 TEST_F(QVCardDAVAddressBookHostileTest, NothingExternalIsRead) {
     EXPECT_TRUE(mBook.collectionAddress(&mError));
