@@ -14,7 +14,7 @@ class HTTPHeaderReader {
     using Headers = std::vector<std::pair<std::string, std::string>>;
 
     /// One line as it arrived. False when the answer's headers have grown beyond reason.
-    bool readLine(std::string_view line);
+    bool readLine(std::string_view received);
 
     /// What was read; the reader is empty after.
     Headers takeHeaders() { return std::exchange(mHeaders, {}); }

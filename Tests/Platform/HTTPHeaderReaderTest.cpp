@@ -28,6 +28,13 @@ TEST(HTTPAnswerHeaders, JoinFoldedLines) {
                 ElementsAre(Pair("x-long", "one two three"), Pair("content-length", "1")));
 }
 
+TEST(HTTPAnswerHeaders, HaveNoLineEndsInThem) {
+    ScriptedServer server;
+    server.respond("HTTP/1.1 200 OK\r\nETag: \"a\rX-B: 1\"\r\nContent-Length: 1\r\n\r\nx");
+    EXPECT_THAT(send(requestTo(server.url())).headers,
+                ElementsAre(Pair("etag", "\"a X-B: 1\""), Pair("content-length", "1")));
+}
+
 TEST(HTTPAnswerHeaders, AreTheLastAnswersOnly) {
     ScriptedServer server;
     server.respond("HTTP/1.1 103 Early\r\nLink: a\r\n\r\nHTTP/1.1 200 OK\r\nContent-Length: 1\r\n\r\nx");
