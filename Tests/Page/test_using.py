@@ -119,6 +119,17 @@ class Gone(PageTest):
         self.assertTrue(self.one(".welcome").is_displayed())
         self.readOne()
 
+    def test_what_is_typed_while_the_program_is_away_is_not_lost(self):
+        self.readOne()
+        # As behind a cut line: requests fail, and the program lives on.
+        self.run_script("window.line = fetch; window.fetch = () => Promise.reject(new TypeError('cut'))")
+        self.type("name", "Ada Lovelace")
+        self.run_script("setTimeout(() => document.body.dataset.tried = 1, 600)")
+        self.wait(lambda: self.one("body").get_attribute("data-tried"), "the first attempts")
+        self.assertNotIn("Ada Lovelace", self.noteText())
+        self.run_script("window.fetch = window.line")
+        self.waitForNote("Ada Lovelace")
+
     def test_another_key_is_explained(self):
         self.restart("another-key-that-nobody-knows")
         self.waitForText(".banner", "Open the address that it printed last")

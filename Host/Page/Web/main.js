@@ -143,14 +143,20 @@ function take(card) {
 
 function correct(how) {
   const id = selected;
-  changes = changes.then(async () => {
-    try {
-      take(await how(id));
-    } catch (problem) {
-      report(problem);
-    }
-  });
+  changes = changes.then(() => sendUntilThere(() => how(id)));
   return changes;
+}
+
+/// What was typed while the program was away is sent when it is back.
+async function sendUntilThere(how) {
+  for (;;) {
+    try {
+      return take(await how());
+    } catch (problem) {
+      if (!(problem instanceof Gone)) return report(problem);
+    }
+    await new Promise((done) => setTimeout(done, 500));
+  }
 }
 
 async function remove(id) {
