@@ -40,12 +40,20 @@ float bySize(float size, const CardFacts& facts) {
     return 0.2F * std::clamp((size / facts.usualSize - 1.F) / 0.6F, -0.5F, 1.F);
 }
 
+/// "& Sons", "et Fils": as good as a legal form.
+bool endsWithKin(const std::vector<std::string>& printed) {
+    return printed.size() >= 3 && words::isKin(trimmed(folded(printed.back()), ".,")) &&
+           words::isConjunction(folded(printed[printed.size() - 2]));
+}
+
 float byWords(const std::vector<std::string>& words) {
     float sum = 0;
     const auto count = [&words](auto test) {
         return static_cast<float>(std::count_if(words.begin(), words.end(), test));
     };
-    if (count([](const auto& word) { return words::isCompany(word); }) > 0) sum += 0.35F;
+    const float firms = count([](const auto& word) { return words::isCompany(word); });
+    if (firms > 0) sum += firms > 1 ? 0.45F : 0.35F;
+    if (words.size() >= 2 && words::isCompany(words.back())) sum += 0.1F;
     const float titles = count([](const auto& word) { return isTitleWord(word) && !words::isCompany(word); });
     const float functions = count([](const auto& word) { return words::isFunction(word); });
     sum -= 0.4F * std::min(titles, 1.F);
@@ -81,7 +89,11 @@ float companyEvidence(const TextLine& line, const CardFacts& facts) {
     const auto words = foldedWords(text);
     if (words.empty() || countLetters(text) < 2 || countDigits(text) > countLetters(text)) return -1;
     float sum = 0.05F + byWords(words) + bySize(line.size, facts) + 0.65F * byHosts(text, facts);
-    if (words.size() >= 2 && std::any_of(printed.begin(), printed.end(), isLegalFormHere)) sum += 0.6F;
+    if (words.size() >= 2 && std::any_of(printed.begin(), printed.end(), isLegalFormHere)) {
+        sum += 0.6F;
+    } else if (endsWithKin(printed)) {
+        sum += 0.5F;
+    }
     if (isAllCapitals(text)) sum += 0.05F;
     const bool givenFirst = words::isGivenName(words.front()) && words.size() >= 2;
     if (givenFirst) sum -= 0.2F;

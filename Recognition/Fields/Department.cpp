@@ -23,11 +23,12 @@ bool isDepartmentWord(const std::string& word) {
                        [&](auto ending) { return word.size() > ending.size() + 2 && endsWith(word, ending); });
 }
 
-/// "Human Resources", "Einkauf & Logistik": what a department is for, and nothing else.
+/// "Human Resources", "Einkauf & Logistik", "International Sales": what a department is for, and nothing else.
 bool isAreaOnly(const std::vector<std::string>& words) {
-    return words.size() <= 4 &&
-           std::all_of(words.begin(), words.end(), [](const auto& word) { return words::isArea(word); }) &&
-           std::any_of(words.begin(), words.end(), [](const auto& word) { return word.size() > 3; });
+    const auto fits = [](const auto& word) { return words::isArea(word) || words::isAreaQualifier(word); };
+    const auto says = [](const auto& word) { return word.size() > 3 && words::isArea(word); };
+    return words.size() <= 4 && std::all_of(words.begin(), words.end(), fits) &&
+           std::any_of(words.begin(), words.end(), says);
 }
 
 bool isOf(const std::string& word) {

@@ -4,6 +4,7 @@
 #include "Fields/Department.h"
 #include "Fields/Name.h"
 #include "Fields/Title.h"
+#include "Fields/Words/Words.h"
 #include "Text/Layout.h"
 #include "Text/Letters.h"
 
@@ -125,7 +126,7 @@ class Sorter {
             addFirm(*firm);
             first = false;
         }
-        if (first) takeLargest();
+        if (first && !takeLargest()) takeHeading();
     }
 
     std::optional<Firm> bestFirm() const {
@@ -161,7 +162,7 @@ class Sorter {
 
     /// Nothing says what the firm is called: then it is what was printed largest, unless that is hardly larger than the
     /// rest.
-    void takeLargest() {
+    bool takeLargest() {
         std::optional<std::size_t> largest;
         for (std::size_t i = 0; i < mLines.size(); ++i) {
             if (mUsed[i] || mLines[i].confidence() < 75 || countLetters(mLines[i].text()) < 3 ||
@@ -171,7 +172,7 @@ class Sorter {
         }
         const bool stands = largest && (mLines[*largest].size >= 1.15F * mFacts.usualSize ||
                                         mLines[*largest].size >= 0.7F * mFacts.largestSize);
-        if (!stands) return;
+        if (!stands) return false;
         Firm firm{{*largest}, 0.1F};
         for (auto next = lineBelow(*largest); next && firm.lines.size() < kFirmLines;
              next = lineBelow(firm.lines.back())) {
@@ -179,6 +180,30 @@ class Sorter {
             firm.lines.push_back(*next);
         }
         addFirm(firm);
+        return true;
+    }
+
+    /// Cards without another sign of the firm often begin with it: a few capitalised words above the name.
+    void takeHeading() {
+        if (!mName) return;
+        std::optional<std::size_t> highest;
+        for (std::size_t i = 0; i < mLines.size(); ++i) {
+            const bool above = !mUsed[i] && mLines[i].box.centreY() < mLines[*mName].box.y;
+            if (!above || !isHeading(mLines[i])) continue;
+            if (!highest || mLines[i].box.y < mLines[*highest].box.y) highest = i;
+        }
+        if (highest) addFirm({{*highest}, 0.1F});
+    }
+
+    static bool isHeading(const TextLine& line) {
+        const std::string text = line.text();
+        if (line.confidence() < 75 || countDigits(text) > 0 || countLetters(text) < 4 || line.words.size() > 6)
+            return false;
+        return std::all_of(line.words.begin(), line.words.end(), [](const Word& word) {
+            const auto first = codePoints(word.text).front();
+            return !isLetter(first) || isCapital(first) || words::isFunction(folded(word.text)) ||
+                   words::isConjunction(folded(word.text)) || words::isParticle(folded(word.text));
+        });
     }
 
     void addFirm(const Firm& firm) {

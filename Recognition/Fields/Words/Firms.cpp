@@ -66,7 +66,33 @@ bool isCompany(std::string_view word) {
         "skupina spolecnost univerzita nemocnice nadace nakladatelstvi banka pojistovna sirket universitesi hastanesi "
         "vakfi sanayi ticaret insaat muhendislik danismanlik universitet sykehus forlag gruppen konsult brothers bros "
         "sons & realliving "
+        "meubelen bloemen logistiek transporten verzekering vastgoed schilders installatie installaties aannemers "
+        "livs bygg snickeri mobler maleri verkstad fastigheter redovisning fabriken "
+        "mobilya tekstil gida otomotiv elektronik lojistik turizm yapi mimarlik yayinlari matbaa kuyumculuk "
+        "stolarnia piekarnia cukiernia ceramika drukarnia hurtownia apteka restauracja zaklad kwiaciarnia ksiegarnia "
+        "pekarna truhlarstvi stavby tiskarna pivovar lekarna knihkupectvi restaurace sklarna keramika "
+        "oficina livraria padaria construcoes consultoria imobiliaria adega adegas vinhos tecnologia solucoes "
+        "verrerie menuiserie patisserie librairie optique vignobles domaine maison transports brasserie "
+        "torrefazione pasticceria tipografia libreria ottica vetreria falegnameria ristorante "
+        "libreria panaderia carpinteria optica imprenta talleres vinedos joyeria floristeria tecnologias "
+        "mobelhaus buchhandlung konditorei metzgerei optik schlosserei tischlermeister malerbetrieb reisen touristik "
+        "optical instruments bakers brewers roasters ceramics textiles furniture florist bookshop books "
         "innovations analytics robotics biotech pharmaceuticals semiconductor aerospace marine optics dynamics");
+    return set.has(word);
+}
+
+bool isKin(std::string_view word) {
+    static const WordSet set(
+        "sons son daughters brothers bros co cie compagnie company partners partner associates "
+        "sohne sohn tochter tochtern gebruder partnerinnen fils fille filles freres associes "
+        "hijos hijo hijas hermanos hnos asociados figli figlio figlie fratelli soci filhos filho irmaos socios "
+        "zonen zoon dochters gebroeders partneriai soner son dotter synowie syn synove syn bracia bratri ogullari "
+        "oglu kardesler ortaklari sonner vennoten vennoter kompani komp");
+    return set.has(word);
+}
+
+bool isConjunction(std::string_view word) {
+    static const WordSet set("& + and und et y e en och i a ve og");
     return set.has(word);
 }
 

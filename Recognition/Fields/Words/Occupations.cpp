@@ -141,7 +141,9 @@ bool isDepartment(std::string_view word) {
         "departamento direcao setor faculdade escola "
         "afdeling faculteit sectie dienst wydzial dzial katedra zaklad oddeleni fakulta ustav odbor bolum bolumu "
         "departmani "
-        "fakultesi mudurlugu birimi avdeling avdelning afdeling institutt");
+        "fakultesi mudurlugu birimi avdeling avdelning afdeling institutt enhet sektionen avdelningen departement "
+        "biuro "
+        "usek stredisko");
     return set.has(word);
 }
 
@@ -162,7 +164,37 @@ bool isArea(std::string_view word) {
         "risorse umane vendite acquisti amministrazione contabilita ricerca sviluppo relazioni clienti inkoop verkoop "
         "personeelszaken boekhouding vendas compras financeiro sprzedaz zakupy ksiegowosc prodej nakup satis pazarlama "
         "insan kaynaklari muhasebe forsaljning inkop personalavdelningen ekonomi kundservice r&d hr pr "
-        "and und et y e i & of de des the for fur");
+        // Export, helpdesk, law and the like in the same languages
+        "export import helpdesk compliance controlling treasury payroll recruitment merchandising ecommerce e-commerce "
+        "versand lager aussenhandel kundenbetreuung auftragsabwicklung arbeitsvorbereitung disposition rechnungswesen "
+        "qualitatsmanagement edv werbung ausbildung technik "
+        "qualite logistique formation expedition apres-vente sav clients juridiques comptable "
+        "logistica produccion calidad investigacion desarrollo administracion finanzas importacion formacion soporte "
+        "clientes posventa nominas "
+        "produzione qualita comunicazione assistenza estero formazione legale personale spedizioni magazzino "
+        "apoio ao atendimento exportacao producao qualidade pesquisa desenvolvimento juridico financeira contabilidade "
+        "comunicacao clientes pos-venda "
+        "klantenservice klantendienst klantenzorg financien administratie productie onderzoek ontwikkeling personeel "
+        "kwaliteit kwaliteitszorg communicatie logistiek zaken juridische "
+        "kundtjanst kundsupport kundvard marknad marknadsforing utveckling produktion redovisning lon "
+        "juridik inkopsavdelningen forsaljningsavdelningen "
+        "obsluga obslugi klienta klientow eksport kadry produkcja produkcji logistyka logistyki jakosc jakosci rozwoj "
+        "rozwoju badania finanse finansow sprzedazy zakupow marketingu ksiegowosci "
+        "zakaznicky zakaznicka servis podpora zakazniku odbyt obchod vyroba vyroby kvalita kvality vyvoj vyvoje "
+        "vyzkum ucetnictvi lidske zdroje lidskych zdroju doprava prodeje nakupu obchodu "
+        "satin alma musteri hizmetleri hizmet ihracat ithalat uretim kalite arge ar-ge finans hukuk lojistik halkla "
+        "iliskiler bilgi islem destek idari isler "
+        "and und et y e i & of de des the for fur en och och a ve do da dos o pece");
+    return set.has(word);
+}
+
+bool isAreaQualifier(std::string_view word) {
+    static const WordSet set(
+        "international national regional domestic global internal external technical inside inbound outbound corporate "
+        "commercial central "
+        "internationaler nationaler technischer technische zentraler zentrale internationale nationale "
+        "technique commerciale centrale tecnica tecnico comercial internacional internazionale internationella "
+        "internationell technisch technische centrale techniczny handlowy technicky obchodni teknik uluslararasi");
     return set.has(word);
 }
 

@@ -11,8 +11,11 @@ bool isTitle(std::string_view word);           ///< manager, geschaftsfuhrer, di
 bool isTitleQualifier(std::string_view word);  ///< senior, chief, vertriebs: part of a title, not one by itself
 bool isDepartment(std::string_view word);      ///< department, abteilung, faculty
 bool isArea(std::string_view word);            ///< sales, relations, einkauf: what a department is for
+bool isAreaQualifier(std::string_view word);   ///< international, technical: beside an area, not one by itself
 bool isLegalForm(std::string_view word);       ///< gmbh, ltd, sarl
 bool isCompany(std::string_view word);         ///< group, bank, consulting: names of firms often hold it
+bool isKin(std::string_view word);             ///< sons, söhne, fils: who else the firm belongs to, after an "&"
+bool isConjunction(std::string_view word);     ///< &, und, et
 bool isStreet(std::string_view word);          ///< street, rue, via; also by ending, as in hauptstrasse
 bool isAddress(std::string_view word);         ///< floor, suite, postfach: beside streets
 bool isCountry(std::string_view word);
