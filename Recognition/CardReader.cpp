@@ -23,6 +23,7 @@ constexpr int kReadingSide = 1600;  // the engine reads type of 20 to 40 pixels 
 constexpr std::size_t kMostEngines = 3;
 constexpr const char* kEnglish = "eng";
 constexpr const char* kVerticalJapanese = "jpn_vert";
+constexpr int kFewLetters = 60;
 constexpr double kLevel = 1;  // degrees of slant that the engine copes with
 
 class StageClock {
@@ -56,9 +57,8 @@ Unwarped enlarged(const cv::Mat& picture) {
     return result;
 }
 
-/// The card alone where its outline is found, else the whole picture with its lines of text made level.
-Unwarped straightCard(const cv::Mat& colour) {
-    if (const auto outline = findOutline(colour)) return unwarp(colour, *outline, kReadingSide);
+/// The whole picture with its lines of text made level.
+Unwarped levelPicture(const cv::Mat& colour) {
     Unwarped whole = enlarged(colour);
     const double slant = textSlant(evenLight(greyOf(whole.picture)));
     if (std::abs(slant) < kLevel) return whole;
@@ -66,11 +66,33 @@ Unwarped straightCard(const cv::Mat& colour) {
     return {level.picture, whole.toSource.after(level.toSource)};
 }
 
+/// A picture of a card in the forms that are read.
+struct Sheet {
+    explicit Sheet(Unwarped picture) : card(std::move(picture)), grey(greyOf(card.picture)), even(evenLight(grey)) {}
+
+    Unwarped card;
+    cv::Mat grey;
+    cv::Mat even;
+};
+
+/// How often fields of this estimate were right when about 1200 of them were measured: far more often than the product
+/// of two doubts says. Straight lines between measured points.
+float calibrated(float estimate) {
+    static constexpr std::pair<float, float> points[] = {
+        {0.F, 0.3F}, {0.2F, 0.66F}, {0.5F, 0.82F}, {0.7F, 0.92F}, {1.F, 0.99F}};
+    for (std::size_t i = 1; i < std::size(points); ++i) {
+        const auto [x0, y0] = points[i - 1];
+        const auto [x1, y1] = points[i];
+        if (estimate <= x1) return y0 + (y1 - y0) * (estimate - x0) / (x1 - x0);
+    }
+    return points[std::size(points) - 1].second;
+}
+
 /// The chance that a field is right: what kind it is must be right, and every letter of it.
 int weightOf(const Field& field) {
     if (field.isSure) return 100;
     const float read = std::clamp((field.confidence - 20) / 75, 0.05F, 1.F);
-    return std::clamp(static_cast<int>(std::lround(100 * field.likelihood * read)), 1, 99);
+    return std::clamp(static_cast<int>(std::lround(100 * calibrated(field.likelihood * read))), 1, 99);
 }
 
 Result resultOf(const std::vector<Field>& fields, const SentPicture& sent, const ReadingLanguage& language,
@@ -159,25 +181,32 @@ std::vector<Field> CardReader::fieldsOf(SentPicture& sent, Engine& engine, const
 std::vector<Field> CardReader::printOf(const SentPicture& sent, Engine& engine, const ReadingLanguage& language,
                                        Deadline deadline, Recognition& report, int& orient) {
     StageClock clock(report);
-    const Unwarped card = straightCard(sent.colour);
+    const auto outline = findOutline(sent.colour);
+    Sheet sheet(outline ? unwarp(sent.colour, *outline, kReadingSide) : levelPicture(sent.colour));
     clock.done("card");
-    const cv::Mat large = greyOf(card.picture);
-    const cv::Mat even = evenLight(large);
-    mDebug.keep("card", card.picture);
-    mDebug.keep("even", even);
-    clock.done("light");
-
-    Reading reading = readUpright(engine, even, deadline);
-    const bool vertical = readVertically(reading, even, language, deadline);
+    Reading reading = readUpright(engine, sheet.even, deadline);
+    // What was cut out may be one panel of the card, with the other on ground of its own colour.
+    if (outline && plainLetters(reading.words) < kFewLetters) {
+        Sheet whole(levelPicture(sent.colour));
+        Reading other = readUpright(engine, whole.even, deadline);
+        if (plainLetters(other.words) * 2 > plainLetters(reading.words) * 3) {
+            sheet = std::move(whole);
+            reading = std::move(other);
+        }
+    }
+    mDebug.keep("card", sheet.card.picture);
+    mDebug.keep("even", sheet.even);
+    const bool vertical = readVertically(reading, sheet.even, language, deadline);
     orient = vertical ? 0 : reading.orient;
     clock.done("read");
     if (!vertical) {
-        const cv::Mat upright = turned(large, orient);
+        const cv::Mat upright = turned(sheet.grey, orient);
         Engine* second = language.models == kEnglish ? &engine : engineFor({"en", kEnglish, false});
         reading.words = merged(std::move(reading.words), second->read(upright, PageMode::Sparse, deadline),
                                second == &engine ? 6 : 20);
         clock.done("again");
-        reading.words = merged(std::move(reading.words), engine.read(turned(even, orient), PageMode::Page, deadline));
+        reading.words =
+            merged(std::move(reading.words), engine.read(turned(sheet.even, orient), PageMode::Page, deadline));
         clock.done("page");
     }
 
@@ -186,8 +215,9 @@ std::vector<Field> CardReader::printOf(const SentPicture& sent, Engine& engine, 
     mDebug.keep("lines", lines);
     auto fields = decideFields(lines, language.code);
     mDebug.keep("fields", fields);
-    const PlaneMap toSent =
-        toSentSize(sent).after(card.toSource).after(PlaneMap::turnedBy(reading.orient, large.cols, large.rows));
+    const PlaneMap toSent = toSentSize(sent)
+                                .after(sheet.card.toSource)
+                                .after(PlaneMap::turnedBy(reading.orient, sheet.grey.cols, sheet.grey.rows));
     for (auto& field : fields)
         field.box = toSent.map(field.box);
     clock.done("fields");

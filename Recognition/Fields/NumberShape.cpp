@@ -53,6 +53,10 @@ NumberRun trimmedRun(std::string_view text, NumberRun run) {
         ++run.begin;
     while (run.end > run.begin && isEdge(run.end - 1, ""))
         --run.end;
+    // An icon before a number is read as a round digit: no number begins with "0 +" or "0 0".
+    if (run.end > run.begin + 6 && text[run.begin] == '0' && text[run.begin + 1] == ' ' &&
+        (text[run.begin + 2] == '+' || text[run.begin + 2] == '0'))
+        run.begin += 2;
     if (run.end < run.begin + 2) return run;
     const bool unopened =
         text[run.begin] == '(' && text.substr(run.begin, run.end - run.begin).find(')') == std::string_view::npos;

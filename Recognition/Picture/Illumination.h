@@ -8,8 +8,9 @@ namespace qv::recognition {
 /// dark ground are inverted, so that text is dark on white everywhere. Same size as the picture given.
 cv::Mat evenLight(const cv::Mat& grey);
 
-/// The part of `evenLight` that says where the ground is dark: 255 there, 0 elsewhere; same size as the picture.
-cv::Mat darkPanels(const cv::Mat& ground);
+/// The part of `evenLight` that says where print is lighter than its ground: 255 there, 0 elsewhere; same size as the
+/// picture.
+cv::Mat darkPanels(const cv::Mat& grey);
 
 /// A picture whose every pixel is the darkest (on light ground) or lightest (on dark ground) of its colours, which
 /// brings coloured print to full contrast. Expects 8-bit BGR, gives 8-bit grey.

@@ -91,6 +91,17 @@ TEST_F(CardReaderTest, ReadsACardWithNothingButACode) {
     EXPECT_TRUE(hasItem(read(card), "name", "Jane Doe"));
 }
 
+TEST_F(CardReaderTest, FindsNothingInATexture) {
+    cv::Mat texture(768, 1024, CV_8UC3);
+    cv::RNG random(5);
+    random.fill(texture, cv::RNG::NORMAL, 120, 40);
+    cv::GaussianBlur(texture, texture, {0, 0}, 3);
+    cv::normalize(texture, texture, 0, 255, cv::NORM_MINMAX);
+    const auto recognition = read(texture);
+    EXPECT_TRUE(recognition.isPicture);
+    EXPECT_EQ(recognition.fields, 0) << recognition.xml;
+}
+
 TEST_F(CardReaderTest, FindsNothingWhereNothingIs) {
     for (const int level : {0, 130, 255}) {
         const auto recognition = read(cv::Mat(768, 1024, CV_8UC3, cv::Scalar::all(level)));

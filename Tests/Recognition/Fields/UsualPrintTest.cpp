@@ -60,6 +60,7 @@ INSTANTIATE_TEST_SUITE_P(
                         {{Mobile, "0171 3920046"}, {Fax, "030 23125001"}},
                         "de"},
                     Row{"IconRead", {"© +49 30 23125000"}, {{Phone, "+49 30 23125000"}}, "de"},
+                    Row{"IconReadAsDigit", {"0 +49 171 3920046"}, {{Mobile, "+49 171 3920046"}}, "de"},
                     Row{"IconLetterRead", {"& +49 171 3920046"}, {{Mobile, "+49 171 3920046"}}, "de"},
                     Row{"TelAndFax", {"Tel./Fax: 030 23125000"}, {{Phone, "030 23125000"}}, "de"},
                     Row{"Dashes", {"Tel: +1–312–555–0142"}, {{Phone, "+1–312–555–0142"}}},

@@ -34,6 +34,15 @@ TEST(IlluminationTest, InvertsADarkPanel) {
     EXPECT_GT(cv::countNonZero(even.colRange(0, 480) < 60), 500);
 }
 
+// A hard shadow makes paper as dark as a panel, but not its print lighter than its ground.
+TEST(IlluminationTest, DoesNotTakeAShadowForAPanel) {
+    cv::Mat grey = greyCard() * 0.85;
+    grey.colRange(0, 500) *= 0.45;
+    EXPECT_LT(cv::countNonZero(darkPanels(grey)(cv::Rect(60, 60, 380, 240))), 380 * 240 / 20);
+    grey.colRange(0, 500) = 97 - grey.colRange(0, 500);
+    EXPECT_GT(cv::countNonZero(darkPanels(grey)(cv::Rect(60, 60, 380, 240))), 380 * 240 * 9 / 10);
+}
+
 TEST(IlluminationTest, SeesDetailOnlyWhereThereIsSome) {
     EXPECT_TRUE(hasDetail(greyCard()));
     for (const int level : {0, 128, 255})

@@ -62,6 +62,13 @@ TEST(LayoutTest, KnowsWhatStandsBelowInAColumn) {
     EXPECT_FALSE(followsInColumn(upper, lineAt("Jane Doe", 100, 100)));
 }
 
+TEST(LayoutTest, ClosesUpWhatTheEngineParted) {
+    const auto word = [](const char* text, float x, float width) { return Word{text, {x, 100, width, 30}, 90, {}}; };
+    EXPECT_EQ(texts(arrange({word("東京", 0, 60), word("都", 64, 28), word("渋谷", 110, 60), word("2-3", 180, 40)})),
+              (Texts{"東京都 渋谷 2-3"}));
+    EXPECT_EQ(texts(arrange({word("서", 0, 28), word("울", 31, 28), word("강남구", 70, 90)})), (Texts{"서울 강남구"}));
+}
+
 TEST(LayoutTest, TakesNothing) {
     EXPECT_TRUE(arrange({}).empty());
 }
