@@ -1,6 +1,7 @@
 #pragma once
 
-/// Everything that a host of the library needs.
+/// Everything that a host of the library needs: cards, searches, address books, and the host's own parts (main thread,
+/// log, failed assertions, texts, notifications, pictures and their hashes).
 
 #include "QVCardScan/QVBizCardManager.h"
 #include "QVCardScan/QVBizCardParser.h"
@@ -26,3 +27,18 @@
 #include "QVCardScan/QVVeltoContact.h"
 #include "QVCardScan/QVVeltoContactField.h"
 #include "QVCardScan/QVVeltoNoteGenerator.h"
+#include "QVPlatform/AssertionHandler.h"
+#include "QVPlatform/Bundle.h"
+#include "QVPlatform/Error.h"
+#include "QVPlatform/Image.h"
+#include "QVPlatform/Log.h"
+#include "QVPlatform/MD5.h"
+#include "QVPlatform/MainQueue.h"
+#include "QVPlatform/NotificationCenter.h"
+#include "QVSocialSearch/QVAddressBookController.h"
+#include "QVSocialSearch/QVCardDAVAddressBook.h"
+#include "QVSocialSearch/QVGravatarProvider.h"
+#include "QVSocialSearch/QVLinkFetcher.h"
+#include "QVSocialSearch/QVSocialSearchManager.h"
+#include "QVSocialSearch/QVVCardFolder.h"
+#include "QVSocialSearch/QVWebFingerProvider.h"

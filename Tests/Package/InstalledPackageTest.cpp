@@ -46,6 +46,31 @@ TEST_F(InstalledPackage, BringsHeadersThatStandOnTheirOwn) {
     EXPECT_THAT(result.error, IsEmpty());
 }
 
+/// What the host's guide names comes with the one header that it tells hosts to include.
+TEST_F(InstalledPackage, BringsTheWholeHostsGuideInOneHeader) {
+    const auto file = mFolder.write("one.cpp", R"(#include <QVCardScan/QVCardScan.h>
+auto contacts() { return std::make_shared<QVVCardFolder>("contacts"); }
+auto finder() { return std::make_shared<QVWebFingerProvider>(); }
+auto main2() { return std::make_shared<qv::PumpedExecutor>(); }
+using Address = QVCardDAVAddressBook; using Profiles = QVGravatarProvider; using Links = QVLinkFetcher;
+int main() {
+    qv::Log::setSink([](std::string_view) {});
+    qv::AssertionHandler::setHandler(nullptr);
+    qv::Bundle::setResourceFolder("");
+    qv::MainQueue::setExecutor(main2());
+    QVAddressBookController::sharedController()->setAddressBook(contacts());
+    QVSocialSearchManager::sharedManager()->addProvider(finder());
+    const auto token = qv::NotificationCenter::defaultCenter().addObserverForName(
+        kQVSocialSearchFinishedNotification,
+        [](const qv::Notification& notification) { QVSocialSearchResult::fromNotification(notification); });
+    return qv::lowerHexMD5(qv::Image::initWithData({})->encodedData()).empty() ||
+           qv::kErrorDescriptionKey.empty() || kQVCardProcessingUnderlyingErrorKey.empty();
+}
+)");
+    const auto result = run(QV_CXX_COMPILER, {"-std=c++20", "-fsyntax-only", "-I", prefix() + "/include", file});
+    EXPECT_THAT(result.error, IsEmpty());
+}
+
 TEST_F(InstalledPackage, ExportsOnlyItsOwnNames) {
     const std::string command =
         "nm -D --defined-only --demangle \"$1\" | awk '$2 ~ /[TBD]/ && !/ (qv::|QV|kQV|typeinfo|vtable|thunk|"
