@@ -7,10 +7,16 @@
 #include <memory>
 
 namespace qvc {
+namespace {
+
+constexpr const char* kFault = "Out of memory, or a fault of the library; its log says which.";
+
+}  // namespace
 
 qv_status report(const Outcome& outcome, qv_error** error) noexcept {
     guardedDo([&] {
-        if (outcome.status != QV_OK && error != nullptr) *error = ErrorObject::makeHandleFor(outcome);
+        if (outcome.status == QV_OK || error == nullptr) return;
+        *error = ErrorObject::makeHandleFor(outcome.reason.empty() ? Outcome{outcome.status, kFault} : outcome);
     });
     return outcome.status;
 }

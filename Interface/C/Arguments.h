@@ -14,18 +14,19 @@ struct Outcome {
     std::string reason;
 
     static Outcome invalid(std::string reason) { return {QV_INVALID_ARGUMENT, std::move(reason)}; }
+    /// What is thrown ends here: out of memory, for the most part, so that this takes none.
+    static Outcome fault() { return {QV_FAILED, {}}; }
 };
 
 /// Tells the host: the status is the answer, the rest goes into the slot, unless that is null.
 qv_status report(const Outcome& outcome, qv_error** error) noexcept;
 
-/// Runs the body of an exported function that can fail.
+/// Runs the body of an exported function that can fail. What it throws is a failure with an error, too.
 template <typename Body>
 qv_status reported(qv_error** error, Body&& body) noexcept {
-    return guarded<qv_status>(QV_FAILED, [&] {
-        if (error != nullptr) *error = nullptr;
-        return report(body(), error);
-    });
+    if (error != nullptr) *error = nullptr;
+    const Outcome outcome = guarded<Outcome>(Outcome::fault(), body);
+    return report(outcome, error);
 }
 
 /// The text as a value; absent for null.

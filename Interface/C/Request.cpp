@@ -1,3 +1,4 @@
+#include "Completion.h"
 #include "Handles.h"
 #include "QVCardScan/QVBizCardManager.h"
 #include "RequestObject.h"
@@ -75,5 +76,9 @@ qv_status qv_request_run(qv_request* request, qv_completion completion, void* us
 }
 
 void qv_cancel(const char* note_uuid) {
-    guardedDo([&] { QVBizCardManager::sharedManager()->cancelRequestWithIDString(textOf(note_uuid)); });
+    guardedDo([&] {
+        if (note_uuid == nullptr) return;
+        Completion::cancel(note_uuid);
+        QVBizCardManager::sharedManager()->cancelRequestWithIDString(note_uuid);
+    });
 }

@@ -1,10 +1,8 @@
 #include "RequestObject.h"
 
-#include "Handles.h"
+#include "Completion.h"
 #include "QVCardScan/QVBizCardManager.h"
 #include "QVPlatform/MD5.h"
-#include "QVPlatform/MainQueue.h"
-#include "ResponseObject.h"
 
 #include <utility>
 
@@ -13,23 +11,6 @@ namespace {
 
 /// The library takes no more than two sides.
 constexpr std::size_t kMaximumPictures = 2;
-
-/// What happens when a card is done. Goes, with the host's user data, as soon as nobody can be told any more.
-struct Completion {
-    qv_completion function;
-    SharedUserData userData;
-    std::vector<CardPicture> pictures;
-    bool comesOnMainThread;
-
-    void deliver(const std::shared_ptr<QVCardProcessingResponse>& response) const {
-        const auto object = ResponseObject::make(response, pictures);
-        if (!comesOnMainThread) return call(object);
-        qv::MainQueue::executor()->dispatchAsync([completion = *this, object] { completion.call(object); });
-    }
-    void call(const std::shared_ptr<const ResponseObject>& object) const {
-        function(makeHandle<qv_response>(object), userData->get());
-    }
-};
 
 /// Asking whether a request is under way and adding it are two steps; nobody else may come in between.
 std::mutex& addingMutex() {
@@ -104,8 +85,7 @@ Outcome RequestObject::run(qv_completion completion, const SharedUserData& userD
     const auto manager = QVBizCardManager::sharedManager();
     const std::lock_guard adding(addingMutex());
     if (!manager->canWeAddRequestToQueue(request)) return {QV_REFUSED, "A request for that note is under way."};
-    const auto step =
-        std::make_shared<const Completion>(Completion{completion, userData, mPictures, mCompletesOnMainThread});
+    const auto step = std::make_shared<Completion>(mNoteUUID, completion, userData, mPictures, mCompletesOnMainThread);
     manager->addRequest(request, [step](const auto& response) { step->deliver(response); });
     return {};
 }

@@ -51,13 +51,8 @@ Outcome start(const std::shared_ptr<const ResponseObject>& origin, qv_search_com
         return Outcome::invalid("The response has no contact, because no note was wanted or none could be made.");
     }
     const auto search = std::make_shared<PendingSearch>(origin, completion, userData);
-    const auto executor = qv::MainQueue::executor();
-    // The library's searches belong to the main thread.
-    if (executor->isMainThread()) {
-        search->start();
-    } else {
-        executor->dispatchAsync([search] { search->start(); });
-    }
+    // The library's searches belong to the main thread, and a host that has not pumped yet has not said which that is.
+    qv::MainQueue::executor()->dispatchAsync([search] { search->start(); });
     return {};
 }
 

@@ -101,7 +101,7 @@ QV_C_API void qv_use_system_log(void);
 /// nothing when the host has an executor of its own.
 QV_C_API size_t qv_pump(void);
 /// Pumps until `done` answers other than 0, or for so many seconds; returns what it answered last. `done` is called on
-/// this thread, every few milliseconds.
+/// this thread, every few milliseconds. Answers 0 at once when the host has an executor of its own.
 QV_C_API int32_t qv_pump_until(int32_t (*done)(void* user_data), void* user_data, double seconds);
 
 /// A loop of the host's own. All functions are called from any thread.
@@ -155,7 +155,9 @@ typedef void (*qv_completion)(qv_response* response, void* user_data);
 /// picture or no token, and when a request of that identifier is still under way.
 QV_C_API qv_status qv_request_run(qv_request* request, qv_completion completion, void* user_data,
                                   qv_release_function release, qv_error** error);
-/// Cancels every request of that identifier that has not finished. What runs goes on unseen.
+/// Cancels every request of that identifier whose completion was not called yet. What runs goes on unseen. A completion
+/// that comes on the main thread is never called after a cancellation there; one on a thread of the library may be
+/// running already.
 QV_C_API void qv_cancel(const char* note_uuid);
 /// @}
 
@@ -249,8 +251,8 @@ QV_C_API int32_t qv_response_resource(const qv_response* response, size_t index,
 
 /// Gets the search's one outcome, which is the host's to release, on the main thread.
 typedef void (*qv_search_completion)(qv_search_result* result, void* user_data);
-/// Looks the person up by the card's first e-mail address. Fails when the response has no contact. A second search for
-/// the same note replaces the first: both completions get the one outcome.
+/// Looks the person up by the card's first e-mail address, beginning with the main thread's next work. Fails when the
+/// response has no contact. A second search for the same note replaces the first: both completions get the one outcome.
 QV_C_API qv_status qv_search_start(const qv_response* response, qv_search_completion completion, void* user_data,
                                    qv_release_function release, qv_error** error);
 

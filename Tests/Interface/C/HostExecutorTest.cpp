@@ -48,10 +48,21 @@ class HostLoop {
         return done;
     }
 
+    /// Runs what was given first; says whether there was anything.
+    bool runFirst() {
+        qv_work* const work = takeFirst();
+        qv_work_run(work);
+        return work != nullptr;
+    }
     /// Runs everything that waits, as if its time had come.
     void runAll() {
-        while (qv_work* const work = takeFirst())
-            qv_work_run(work);
+        while (runFirst()) {
+        }
+    }
+    /// Once something waits.
+    bool waitForWork() {
+        std::unique_lock lock(mMutex);
+        return mArrived.wait_for(lock, std::chrono::minutes(1), [&] { return !mWaiting.empty(); });
     }
 
     std::vector<std::uint64_t> delays() {
@@ -145,6 +156,8 @@ TEST_F(HostExecutorTest, GetsTheTimeOutAsADelay) {
     Run run;
     const auto complete = [](qv_search_result* result, void*) { qv_search_result_release(result); };
     ASSERT_EQ(qv_search_start(response.get(), complete, &run, Run::release, nullptr), QV_OK);
+    EXPECT_THAT(mLoop.delays(), testing::ElementsAre(0U)) << "a search begins in the loop, on the main thread as well";
+    EXPECT_TRUE(mLoop.runFirst());
     EXPECT_THAT(mLoop.delays(), testing::ElementsAre(2'500'000'000U));
     EXPECT_EQ(run.releases, 0);
     mLoop.runAll();
@@ -159,13 +172,56 @@ TEST_F(HostExecutorTest, DropsAResponseThatTheLoopDrops) {
         const Request request = makeRequest();
         qv_request_set_completes_on_main_thread(request.get(), 1);
         ASSERT_EQ(run.start(request.get()), QV_OK);
-        while (loop.delays().empty())
-            std::this_thread::yield();
+        ASSERT_TRUE(loop.waitForWork());
         qv_set_main_executor(nullptr, nullptr);
         ASSERT_TRUE(loop.waitForReleases(1));
     }
     ASSERT_TRUE(run.released.waitFor());
     EXPECT_EQ(run.completions, 0);
+    EXPECT_EQ(run.releases, 1);
+}
+
+/// A host that closes a note on its main thread hears no more of it there.
+TEST_F(HostExecutorTest, DropsAResponseThatIsCancelledWhileItWaits) {
+    install(mLoop);
+    const Request request = makeRequest("closed");
+    qv_request_set_completes_on_main_thread(request.get(), 1);
+    Run closed;
+    ASSERT_EQ(closed.start(request.get()), QV_OK);
+    ASSERT_TRUE(mLoop.waitForWork());
+    qv_cancel("another");
+    qv_cancel("closed");
+    Run again;
+    EXPECT_EQ(again.start(request.get()), QV_OK) << "the note may be read again at once";
+    while (again.completions == 0 && mLoop.waitForWork())
+        mLoop.runAll();
+    ASSERT_TRUE(closed.released.waitFor());
+    ASSERT_TRUE(again.released.waitFor());
+    EXPECT_EQ(closed.completions, 0);
+    EXPECT_EQ(again.completions, 1);
+    qv_response_release(again.response);
+}
+
+/// What is thrown is a failure like any other: with an error, and without the user data being kept.
+TEST_F(HostExecutorTest, ReportsWhatTheHostThrows) {
+    const Response response = respond(makeRequest().get());
+    static qv_work* sWork = nullptr;
+    qv_main_executor executor = mLoop.executor();
+    executor.release = nullptr;
+    executor.dispatch = [](void*, std::uint64_t, qv_work* work) {
+        sWork = work;
+        throw 1;
+    };
+    ASSERT_EQ(qv_set_main_executor(&executor, nullptr), QV_OK);
+    Run run;
+    qv_error* error = nullptr;
+    const auto complete = [](qv_search_result* result, void*) { qv_search_result_release(result); };
+    EXPECT_EQ(qv_search_start(response.get(), complete, &run, Run::release, &error), QV_FAILED);
+    EXPECT_EQ(qv_error_code(error), QV_FAILED);
+    EXPECT_THAT(textOf(qv_error_message(error)), testing::StartsWith("Out of memory, or a fault"));
+    qv_error_release(error);
+    EXPECT_EQ(run.releases, 0) << "the work is the host's, as it was given";
+    qv_work_release(sWork);
     EXPECT_EQ(run.releases, 1);
 }
 
