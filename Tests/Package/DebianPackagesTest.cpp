@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <regex>
 #include <set>
@@ -57,7 +58,19 @@ class DebianPackages : public testing::Test {
     }
 
     void make() {
-        run("cpack", {"-G", "DEB", "--config", QV_BINARY_DIR "/CPackConfig.cmake", "-B", mFolder / "packages"});
+        testsupport::ProcessCall call;
+        call.program = "/usr/bin/env";
+        call.arguments = {"cpack",
+                          "-G",
+                          "DEB",
+                          "--config",
+                          QV_BINARY_DIR "/CPackConfig.cmake",
+                          "-B",
+                          (mFolder / "packages").string()};
+        // Half a minute on a machine that has nothing else to do.
+        call.limit = std::chrono::seconds(500);
+        const auto result = testsupport::runProcess(call);
+        ASSERT_EQ(result.status, 0) << result.output << result.error;
         for (const auto& package : packages())
             mNames.insert(field(package, "Package"));
         EXPECT_THAT(mNames, IsSupersetOf({"libqvcardscan0", "libqvcardscan-dev", "qvcardscan", "qvcardrecod"}));
@@ -216,6 +229,7 @@ class DebianPackages : public testing::Test {
 TEST_F(DebianPackages, AreInstalledUsedAndPurged) {
     mServer.respond(testsupport::ScriptedServer::answer(200, kAnswer));
     make();
+    if (HasFatalFailure()) return;
     expectDependenciesThatThereAre();
     install();
     expectItsUserAndToken();
