@@ -36,7 +36,7 @@ std::string bar(const BatchCount& count, std::size_t width) {
 std::string rateText(double rate) {
     char text[32];
     // Never the locale's decimal sign: the program sets none.
-    std::snprintf(text, sizeof text, rate >= 10 ? "%.0f/s" : (rate >= 0.1 ? "%.1f/s" : "%.2f/s"), rate);
+    (void)std::snprintf(text, sizeof text, rate >= 10 ? "%.0f/s" : (rate >= 0.1 ? "%.1f/s" : "%.2f/s"), rate);
     return text;
 }
 
@@ -57,9 +57,9 @@ std::string durationText(double seconds) {
     const auto whole = static_cast<long>(std::ceil(std::clamp(seconds, 0.0, kLongest)));
     char text[48];
     if (whole >= 3600) {
-        std::snprintf(text, sizeof text, "%ld:%02ld:%02ld", whole / 3600, whole / 60 % 60, whole % 60);
+        (void)std::snprintf(text, sizeof text, "%ld:%02ld:%02ld", whole / 3600, whole / 60 % 60, whole % 60);
     } else {
-        std::snprintf(text, sizeof text, "%ld:%02ld", whole / 60, whole % 60);
+        (void)std::snprintf(text, sizeof text, "%ld:%02ld", whole / 60, whole % 60);
     }
     return text;
 }

@@ -21,7 +21,7 @@ std::shared_ptr<qv::OrderedSet<std::shared_ptr<const Entry>>> entriesOf(const QV
 }
 
 std::shared_ptr<QVSocialProfile> profileOf(const QVVeltoContact& contact) {
-    const auto profile = profileForSaving(contact, nullptr);
+    auto profile = profileForSaving(contact, nullptr);
     profile->mergeWithEmailSet(entriesOf<QVEmail>(contact.emailFields(), [](const QVVeltoContactField& field) {
         return QVEmail::emailWithLabel(field.label(), field.text());
     }));

@@ -22,7 +22,7 @@ std::string addressIn(const CardRecord& card, const std::string& file) {
 
 std::string titleOf(const CardRecord& card, const CardFields& fields) {
     for (const char* kind : {"Name", "Company", "Email"}) {
-        const std::string text = fields.joined(kind, ", ");
+        std::string text = fields.joined(kind, ", ");
         if (!text.empty()) return text;
     }
     return card.name;
