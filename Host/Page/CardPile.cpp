@@ -53,7 +53,7 @@ std::string CardPile::add(std::vector<ShelvedPicture> pictures) {
 std::string CardPile::addHere(std::vector<ShelvedPicture> pictures, Cards::iterator where) {
     auto card = std::make_shared<PileCard>();
     card->identifier = std::to_string(++mLastIdentifier);
-    const std::string identifier = card->identifier;
+    std::string identifier = card->identifier;
     countReading();
     beginReading(*card, std::move(pictures));
     mCards.insert(where, std::move(card));
@@ -96,7 +96,7 @@ CardPile::Card CardPile::changeHere(const std::string& identifier, const Change&
 }
 
 CardPile::Card CardPile::readAgain(const std::string& identifier, const std::vector<ShelvedPicture>& pictures) {
-    const Card card = change(identifier, [&](PileCard& changed) {
+    Card card = change(identifier, [&](PileCard& changed) {
         if (!isOpen(changed)) countReading();
         beginReading(changed, pictures);
         return true;

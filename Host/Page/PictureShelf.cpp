@@ -57,6 +57,12 @@ void removeLeftOvers(const fs::path& place) {
     }
 }
 
+/// What is gone with the program need not outlive a power cut, which would cost time.
+bool write(const fs::path& file, std::string_view bytes) {
+    FileDescriptor target(::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
+    return target.isOpen() && writeAll(target.number(), bytes) == 0 && target.close();
+}
+
 Failure noRoom() {
     return {ExitStatus::NotWritten,
             "There is no room for more pictures. Save or download what is finished, and remove some cards."};
@@ -123,7 +129,7 @@ Result<ShelvedPicture> PictureShelf::store(ShelvedPicture picture, const CardPic
         {Form::Thumbnail, smallBytes ? textOf(*smallBytes) : std::string_view()},
     };
     for (const auto& [form, bytes] : forms) {
-        if (writeFile(file(picture.identifier, form), bytes)) return noRoom();
+        if (!write(file(picture.identifier, form), bytes)) return noRoom();
     }
     return picture;
 }
@@ -143,7 +149,8 @@ qv::Data PictureShelf::bytes(const std::string& identifier, Form form) const {
 Result<CardPicture> PictureShelf::picture(const ShelvedPicture& picture) const {
     Result<qv::Data> read = readFile(file(picture.identifier, Form::Original), kMaximumPicture);
     if (!read) return read.failure();
-    return CardPicture::ofBytes(std::move(*read), picture.name);
+    // Whether it can be drawn was found out when it came.
+    return CardPicture{qv::Image::initWithData(std::move(*read)), picture.hash};
 }
 
 void PictureShelf::remove(const std::string& identifier) {

@@ -5,10 +5,8 @@
 #include "Page/ZipFile.h"
 #include "Support/FileWriting.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <string>
-#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -18,10 +16,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t kLongestName = 60;
-
-std::string_view textOf(const qv::Data& bytes) {
-    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
 
 /// Characters that every file system and every program that unpacks takes; those beyond ASCII stay as they are.
 bool isSafe(char c) {
@@ -66,16 +60,6 @@ class WorkFolder {
     fs::path mPath;
 };
 
-std::optional<Failure> writePictures(const PileCard& card, const PictureShelf& shelf, const fs::path& folder) {
-    constexpr const char* kNames[] = {"photo-front.", "photo-back."};
-    for (std::size_t side = 0; side < card.pictures.size(); ++side) {
-        const qv::Data bytes = shelf.bytes(card.pictures[side].identifier, PictureShelf::Form::Original);
-        const std::string name = kNames[side] + std::string(FileKind::of(bytes).extension);
-        if (auto failure = writeFile(folder / name, textOf(bytes))) return failure;
-    }
-    return std::nullopt;
-}
-
 std::optional<Failure> writeCard(const PileCard& card, const PictureShelf& shelf, const fs::path& folder,
                                  std::string& contacts) {
     const ScanOutcome outcome = CardNote::outcome(card);
@@ -88,7 +72,6 @@ std::optional<Failure> writeCard(const PileCard& card, const PictureShelf& shelf
     const ResultFolder results(folder);
     if (auto failure = results.make()) return failure;
     if (auto failure = results.write(outcome, Resources(pictures, *outcome.response))) return failure;
-    if (auto failure = writePictures(card, shelf, folder)) return failure;
     const std::string vCard = CardNote::vCard(card);
     contacts += vCard;
     return writeFile(folder / "contact.vcf", vCard);

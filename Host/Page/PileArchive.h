@@ -8,8 +8,8 @@
 
 namespace qvhost {
 
-/// Everything about some cards in one ZIP file: a folder for each, with what `scan -o` writes, its vCard and its
-/// photographs, and all contacts in one file of vCards.
+/// Everything about some cards in one ZIP file: a folder for each, with what `scan -o` writes (the photographs among
+/// it) and its vCard, and all contacts in one file of vCards.
 namespace PileArchive {
 
 /// Writes it into a new folder on the shelf, and says where. The caller removes the file.

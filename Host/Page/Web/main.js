@@ -66,6 +66,7 @@ const bar = el("progress", { class: "progress-bar", max: "1", value: "0", "aria-
 const banner = el("div", { class: "banner", role: "alert", hidden: true });
 const downloadAll = el("a", { class: "button", href: api.everything, download: true, title: texts.downloadAllHint },
   icon("download"), el("span", { text: texts.downloadAll }));
+downloadAll.addEventListener("click", () => toasts.say(texts.zipping));
 const addButton = button(texts.add, "plus", { onclick: () => picker.click() });
 const header = el("header", { class: "top" },
   el("a", { class: "skip", href: "#card", text: texts.skip }),

@@ -9,6 +9,8 @@ export const texts = {
   downloadAll: "Download all",
   downloadAllHint: "Everything as a ZIP file: notes, vCards, fields and pictures",
 
+  zipping: "The ZIP file is being put together; the download begins by itself.",
+
   emptyTitle: "Turn business cards into contacts",
   emptyLead: "Drop photographs of cards here, as many as you like.",
   readHere: "They are read on your own machine and go nowhere else.",
