@@ -20,17 +20,22 @@ CURLcode initializeOnce() {
     return code;
 }
 
-struct Handle {
-    CURL* curl = initializeOnce() == CURLE_OK ? curl_easy_init() : nullptr;
-    Handle() = default;
-    ~Handle() { curl_easy_cleanup(curl); }
-    Handle(const Handle&) = delete;
-    Handle& operator=(const Handle&) = delete;
+/// What exchanges of one thread have in common: open connections, and what is known of names and TLS sessions.
+struct Share {
+    CURLSH* curl = initializeOnce() == CURLE_OK ? curl_share_init() : nullptr;
+    Share() {
+        for (const auto data : {CURL_LOCK_DATA_CONNECT, CURL_LOCK_DATA_DNS, CURL_LOCK_DATA_SSL_SESSION}) {
+            if (curl) curl_share_setopt(curl, CURLSHOPT_SHARE, data);
+        }
+    }
+    ~Share() { curl_share_cleanup(curl); }
+    Share(const Share&) = delete;
+    Share& operator=(const Share&) = delete;
 };
 
-CURL* handleOfThread() {
-    thread_local const Handle handle;
-    return handle.curl;
+CURLSH* shareOfThread() {
+    thread_local const Share share;
+    return share.curl;
 }
 
 bool alwaysHasBody(const std::string& method) {
@@ -56,12 +61,17 @@ curl_socket_t openPublicSocket(void*, curlsocktype, curl_sockaddr* address) noex
 
 }  // namespace
 
-CurlSession::CurlSession() : mHandle(handleOfThread()) {
+// A handle is not used again: when an answer begins with a folded line, libcurl before 8.1 writes it behind the last
+// header of the handle's answer before, which is no longer there.
+CurlSession::CurlSession() {
+    CURLSH* const share = shareOfThread();
+    mHandle = share ? curl_easy_init() : nullptr;
     if (!mHandle) mFailure = CURLE_FAILED_INIT;
+    set(CURLOPT_SHARE, share);
 }
 
 CurlSession::~CurlSession() {
-    if (mHandle) curl_easy_reset(mHandle);
+    curl_easy_cleanup(mHandle);
 }
 
 void CurlSession::restrict() {

@@ -8,8 +8,7 @@
 
 namespace qv {
 
-/// The calling thread's libcurl handle, for the length of one exchange: it begins and ends with no option set, and
-/// keeps its connections. One at a time on a thread.
+/// A libcurl handle for one exchange. Those of one thread share their connections. One at a time on a thread.
 class CurlSession {
   public:
     CurlSession();

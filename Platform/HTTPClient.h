@@ -74,8 +74,8 @@ struct HTTPResponse {
 };
 
 /// Sends requests over http and https only (HTTP/1.1), certificates checked, no proxy and no passwords from the
-/// environment. Blocks the calling thread. Each thread keeps one connection handle alive between calls; any thread may
-/// call. A kept connection that the server has closed meanwhile is replaced, and the request sent again on the new one.
+/// environment. Blocks the calling thread. Each thread keeps its connections open between calls; any thread may call. A
+/// kept connection that the server has closed meanwhile is replaced, and the request sent again on the new one.
 class QV_EXPORT HTTPClient {
   public:
     /// `sendSynchronousRequest:` Never throws; failures are in the response.

@@ -28,6 +28,17 @@ TEST(HTTPAnswerHeaders, JoinFoldedLines) {
                 ElementsAre(Pair("x-long", "one two three"), Pair("content-length", "1")));
 }
 
+TEST(HTTPAnswerHeaders, OfTheAnswerBeforeAreNotGoneOnWith) {
+    ScriptedServer server;
+    server.respond("HTTP/1.1 200 OK\r\nX-First: one\r\nContent-Length: 1\r\n\r\nx");
+    server.respondAndClose("HTTP/1.1 200 OK\r\n folded: two\r\n\tand three\r\nX-Second: 2\r\n\r\nx");
+    server.respond("HTTP/1.1 200 OK\r\nContent-Length: 1\r\n\r\nx");
+    EXPECT_EQ(send(requestTo(server.url())).headers.size(), 2u);
+    for (const auto& [name, value] : send(requestTo(server.url())).headers)
+        EXPECT_NE(name, "x-first") << value;
+    EXPECT_THAT(send(requestTo(server.url())).headers, ElementsAre(Pair("content-length", "1")));
+}
+
 TEST(HTTPAnswerHeaders, HaveNoLineEndsInThem) {
     ScriptedServer server;
     server.respond("HTTP/1.1 200 OK\r\nETag: \"a\rX-B: 1\"\r\nContent-Length: 1\r\n\r\nx");
