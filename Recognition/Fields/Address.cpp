@@ -43,9 +43,19 @@ bool isHouseNumber(const std::string& word) {
            countLetters(bare) <= 2;
 }
 
-/// "Lange Reihe 5", "Am Wall 12a": streets whose names do not say so.
+/// "12a", "33/240", "94-320": none of the numbers is as long as a post code or a telephone number.
+bool hasShortNumbers(const std::string& word) {
+    int digits = 0;
+    for (const char c : word) {
+        digits = c >= '0' && c <= '9' ? digits + 1 : 0;
+        if (digits > 4) return false;
+    }
+    return true;
+}
+
+/// "Lange Reihe 5", "Am Wall 12a", "Na Lukách 33/240": streets whose names do not say so.
 bool endsWithHouseNumber(const std::vector<std::string>& words) {
-    if (words.size() < 2 || words.size() > 5 || countDigits(words.back()) > 4 || !isHouseNumber(words.back()))
+    if (words.size() < 2 || words.size() > 5 || !hasShortNumbers(words.back()) || !isHouseNumber(words.back()))
         return false;
     return countLetters(words[words.size() - 2]) >= 3 && isCapital(codePoints(words.front()).front());
 }
@@ -61,6 +71,12 @@ bool isStateName(const std::string& printed) {
     return words::isState(folded(word)) && (word.size() > 3 || isAllCapitals(word));
 }
 
+/// "US" is a country, "us" is not.
+bool isCountryName(const std::string& printed) {
+    const std::string word = trimmed(printed, ".,;:()");
+    return words::isCountry(folded(word)) && (word.size() > 3 || isAllCapitals(word));
+}
+
 Traits traitsOf(const std::string& text) {
     Traits traits;
     const auto printed = splitAtSpaces(text);
@@ -72,7 +88,7 @@ Traits traitsOf(const std::string& text) {
     traits.street = std::any_of(words.begin(), words.end(), [](const auto& word) { return words::isStreet(word); }) ||
                     startsWith(folded(text), "c/");
     traits.place = std::any_of(words.begin(), words.end(), [](const auto& word) { return words::isAddress(word); });
-    traits.country = std::any_of(words.begin(), words.end(), [](const auto& word) { return words::isCountry(word); });
+    traits.country = std::any_of(printed.begin(), printed.end(), isCountryName);
     traits.state = std::any_of(printed.begin(), printed.end(), isStateName);
     traits.title = std::any_of(words.begin(), words.end(), [](const auto& word) { return words::isTitle(word); });
     traits.firm = std::any_of(words.begin(), words.end(),
@@ -106,7 +122,9 @@ bool isPlainly(const std::string& text) {
 }
 
 bool likeType(const TextLine& a, const TextLine& b) {
-    return std::max(a.size, b.size) <= kSizeRatio * std::min(a.size, b.size);
+    // Few letters give a poor type size; then the lines' heights still tell.
+    return std::max(a.size, b.size) <= kSizeRatio * std::min(a.size, b.size) ||
+           std::max(a.box.h, b.box.h) <= kSizeRatio * std::min(a.box.h, b.box.h);
 }
 
 bool neighbours(const TextLine& upper, const TextLine& lower) {

@@ -1,6 +1,7 @@
 #include "Fields/Company.h"
 
 #include "Fields/EastAsian.h"
+#include "Fields/Name.h"
 #include "Fields/Title.h"
 #include "Fields/Words/Words.h"
 #include "Text/Letters.h"
@@ -62,7 +63,35 @@ float byWords(const std::vector<std::string>& words) {
     return sum;
 }
 
+constexpr float kSurelyName = 0.6F;  // with a known given name or an address made from it
+
+TextLine partOf(const TextLine& line, std::size_t first, std::size_t end) {
+    const auto at = [&line](std::size_t i) { return line.words.begin() + static_cast<std::ptrdiff_t>(i); };
+    return makeLine(std::vector<Word>(at(first), at(end)));
+}
+
+/// Where the person begins in "Acme Ltd Jane Doe"; the number of words where none does.
+std::size_t personBehindFirm(const TextLine& line, const CardFacts& facts) {
+    const auto& words = line.words;
+    for (std::size_t i = 1; i + 2 < words.size(); ++i) {
+        if (words.size() > i + 4 || !isLegalFormHere(words[i].text)) continue;
+        const TextLine rest = partOf(line, i + 1, words.size());
+        if (nameEvidence(rest, facts) >= kSurelyName && companyEvidence(rest, facts) < 0.4F) return i + 1;
+    }
+    return words.size();
+}
+
 }  // namespace
+
+std::vector<TextLine> partedAtFirms(const std::vector<TextLine>& lines, const CardFacts& facts) {
+    std::vector<TextLine> parted;
+    for (const auto& line : lines) {
+        const std::size_t cut = personBehindFirm(line, facts);
+        parted.push_back(cut < line.words.size() ? partOf(line, 0, cut) : line);
+        if (cut < line.words.size()) parted.push_back(partOf(line, cut, line.words.size()));
+    }
+    return parted;
+}
 
 float hostFit(const std::string& label, const std::string& name) {
     const std::string host = foldedKey(label);

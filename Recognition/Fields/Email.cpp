@@ -110,6 +110,17 @@ Claim claimAround(const TextLine& line, std::size_t at) {
     return {};
 }
 
+/// Whether two texts of equal length differ, and only in letters that many typefaces draw alike.
+bool printAlike(const std::string& a, const std::string& b) {
+    const auto same = [](char c, char d) {
+        const auto both = [c, d](std::string_view group) {
+            return group.find(c) != std::string_view::npos && group.find(d) != std::string_view::npos;
+        };
+        return c == d || both("il1|") || both("o0");
+    };
+    return a != b && a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), same);
+}
+
 }  // namespace
 
 bool isEmail(std::string_view text) {
@@ -137,6 +148,21 @@ std::string snappedToHost(const std::string& email, const std::string& host) {
         own.size() == host.size() + 1 && own.substr(1) == host && (own[0] == 'g' || own[0] == 'q' || own[0] == 'a');
     if (own == host || (!extraLetter && !areLookAlikes(own, host))) return email;
     return email.substr(0, at + 1) + host;
+}
+
+std::string snappedToName(const std::string& email, const std::string& name) {
+    const auto at = email.find('@');
+    const auto words = foldedWords(name);
+    if (at == std::string::npos || words.size() < 2) return email;
+    const std::string local = folded(email.substr(0, at));
+    const std::string& first = words.front();
+    const std::string& last = words.back();
+    for (const auto& made : {first + '.' + last, first.substr(0, 1) + last, first.substr(0, 1) + '.' + last,
+                             first + last, last + '.' + first, last, first}) {
+        if (local == made) return email;
+        if (made.size() >= 4 && printAlike(local, made)) return made + email.substr(at);
+    }
+    return email;
 }
 
 }  // namespace qv::recognition

@@ -18,4 +18,8 @@ bool isEmail(std::string_view text);
 /// the address as it is.
 std::string snappedToHost(const std::string& email, const std::string& host);
 
+/// An address whose local part is made from a name but for letters that print alike (I, l and 1; O and 0):
+/// "Imcaldane@" on a card of Lucas McAldane. Otherwise the address as it is; an unusual one that was read well stays.
+std::string snappedToName(const std::string& email, const std::string& name);
+
 }  // namespace qv::recognition

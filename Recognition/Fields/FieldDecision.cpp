@@ -1,17 +1,18 @@
 #include "Fields/FieldDecision.h"
 
 #include "Fields/Address.h"
+#include "Fields/Agreement.h"
 #include "Fields/CardFacts.h"
 #include "Fields/Cleaning.h"
+#include "Fields/Company.h"
 #include "Fields/Email.h"
 #include "Fields/Handle.h"
-#include "Fields/Internet.h"
+#include "Fields/LabelColumn.h"
 #include "Fields/Link.h"
-#include "Fields/LookAlikes.h"
 #include "Fields/Persons.h"
 #include "Fields/Phone.h"
+#include "Fields/Plausibility.h"
 #include "Fields/Region.h"
-#include "Text/Layout.h"
 #include "Text/Letters.h"
 
 #include <algorithm>
@@ -20,8 +21,6 @@
 
 namespace qv::recognition {
 namespace {
-
-constexpr float kLabelDistance = 9;  // in type sizes, from a label to the number on its right
 
 class Decision {
   public:
@@ -32,13 +31,16 @@ class Decision {
         const std::vector<TextLine> all = mLines;
         takeClaims([](const TextLine& line) { return findEmails(line); });
         takeClaims([](const TextLine& line) { return findLinks(line); });
+        mLines = withHandleLabels(std::move(mLines));
         takeClaims([](const TextLine& line) { return findHandles(line); });
-        agreeOnHosts();
+        agreeOnHosts(mFields);
+        dropFragments(mFields);
         takePhones(guessedRegion(mFields, all, mLanguage));
         keepText();
         takeAddresses();
         takePersonsAndFirms(all);
-        agreeOnNames();
+        mFields = plausible(std::move(mFields), all);
+        agreeOnNames(mFields);
         std::stable_sort(mFields.begin(), mFields.end(),
                          [](const Field& a, const Field& b) { return a.box.y < b.box.y; });
         return std::move(mFields);
@@ -81,83 +83,12 @@ class Decision {
         }
     }
 
-    /// The host of a link and of an address are mostly one: where the two differ as misread letters do, the better read
-    /// wins.
-    void agreeOnHosts() {
-        for (auto& email : mFields) {
-            if (email.type != FieldType::Email) continue;
-            for (auto& link : mFields) {
-                if (link.type == FieldType::URL) agree(email, link);
-            }
-        }
-    }
-
-    /// Two readings that say the same are better evidence than one that the engine was sure of.
-    static bool agreeByOtherReadings(Field& email, Field& link) {
-        const auto readings = [](const Field& field) {
-            std::vector<std::string> all{field.text};
-            all.insert(all.end(), field.others.begin(), field.others.end());
-            return all;
-        };
-        for (const auto& address : readings(email)) {
-            for (const auto& target : readings(link)) {
-                if (hostOf(address) != hostOf(target)) continue;
-                email.text = address;
-                link.text = target;
-                return true;
-            }
-        }
-        return false;
-    }
-
-    /// "janedoe@" beside "jane.doe@" on a card of Jane Doe: the engine overlooks a dot more often than it invents one.
-    void agreeOnNames() {
-        for (const auto& name : mFields) {
-            if (name.type != FieldType::Name) continue;
-            for (auto& email : mFields) {
-                if (email.type == FieldType::Email) takeReadingOf(name.text, email);
-            }
-        }
-    }
-
-    static void takeReadingOf(const std::string& name, Field& email) {
-        const auto words = foldedWords(name);
-        for (const auto& reading : email.others) {
-            const std::string local = folded(reading.substr(0, reading.find('@')));
-            const bool whole = words.size() >= 2 && local == words.front() + '.' + words.back();
-            if (whole && hostOf(reading) == hostOf(email.text)) email.text = reading;
-        }
-    }
-
-    static void agree(Field& email, Field& link) {
-        if (agreeByOtherReadings(email, link)) return;
-        const std::string host = hostOf(link.text);
-        const std::string own = hostOf(email.text);
-        if (areLookAlikes(own, host) && email.confidence > link.confidence) {
-            if (const auto at = folded(link.text).find(host); at != std::string::npos)
-                link.text.replace(at, host.size(), own);
-        } else {
-            email.text = snappedToHost(email.text, host);
-        }
-    }
-
     void takePhones(const std::string& region) {
         const std::vector<TextLine> lines = mLines;
-        takeClaims([&](const TextLine& line) { return findPhones(line, {region, labelBeside(line, lines)}); });
-    }
-
-    static std::optional<NumberKind> labelBeside(const TextLine& line, const std::vector<TextLine>& lines) {
-        const TextLine* nearest = nullptr;
-        for (const auto& label : lines) {
-            if (!labelOf(label)) continue;
-            const float gap = line.box.x - label.box.right();
-            const bool left = overlapY(line.box, label.box) > 0.5F * std::min(line.box.h, label.box.h) && gap > -1 &&
-                              gap < kLabelDistance * line.size;
-            const bool above = label.box.centreY() < line.box.y && followsInColumn(label, line);
-            if (left) return labelOf(label);
-            if (above) nearest = &label;
-        }
-        return nearest == nullptr ? std::nullopt : labelOf(*nearest);
+        takeClaims([&](const TextLine& line) {
+            return findPhones(line, {region, labelBeside(line, lines), regionOfLanguage(mLanguage)});
+        });
+        giveLostFaxLabel(mFields, lines);
     }
 
     void keepText() {
@@ -193,7 +124,8 @@ class Decision {
     void takePersonsAndFirms(const std::vector<TextLine>& all) {
         std::vector<TextLine> text;
         std::copy_if(all.begin(), all.end(), std::back_inserter(text), isText);
-        auto found = findPersonsAndFirms(mLines, factsOf(mFields, text));
+        const CardFacts facts = factsOf(mFields, text);
+        auto found = findPersonsAndFirms(partedAtFirms(mLines, facts), facts);
         std::move(found.begin(), found.end(), std::back_inserter(mFields));
     }
 

@@ -62,6 +62,10 @@ std::optional<Claim> claimAt(const TextLine& line, std::size_t i) {
 
 }  // namespace
 
+bool isHandleLabel(const TextLine& line) {
+    return line.words.size() <= 2 && service(line.text()).has_value();
+}
+
 std::vector<Claim> findHandles(const TextLine& line) {
     std::vector<Claim> claims;
     for (std::size_t i = 0; i < line.words.size(); ++i) {

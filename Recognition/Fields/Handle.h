@@ -10,4 +10,7 @@ namespace qv::recognition {
 /// the text does not hold it.
 std::vector<Claim> findHandles(const TextLine& line);
 
+/// Whether a line is nothing but the label of such a name ("Skype:").
+bool isHandleLabel(const TextLine& line);
+
 }  // namespace qv::recognition

@@ -22,6 +22,8 @@ bool isLongDash(std::string_view text, std::size_t at) {
 }
 
 std::size_t markLength(std::string_view text, std::size_t at) {
+    // A comma within a number is a misread dot; one with a space behind it ends what stands before it.
+    if (text.substr(at, 2) == ", ") return 0;
     if (isDigitByte(text[at]) || kMarks.find(text[at]) != std::string_view::npos) return 1;
     return isLongDash(text, at) ? 3 : 0;
 }

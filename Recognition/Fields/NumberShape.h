@@ -13,8 +13,8 @@ struct NumberRun {
     std::size_t end = 0;
 };
 
-/// The runs in a text, each with at least five digits. A "+" starts another run; so do a second bracketed area code, a
-/// slash or comma between two whole numbers.
+/// The runs in a text, each with at least five digits. A "+" starts another run; so do a second bracketed area code and
+/// a slash or comma between two whole numbers; a comma before a space ends one.
 std::vector<NumberRun> numberRuns(std::string_view text);
 
 bool looksLikeDate(std::string_view number);      ///< 24.12.2024, 2024-12-24

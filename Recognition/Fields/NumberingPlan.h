@@ -11,6 +11,7 @@ struct PlanAdvice {
     bool possible = false;  ///< its length can be dialled
     bool valid = false;     ///< it lies in an assigned range
     bool mobile = false;    ///< that range is for mobiles alone
+    bool fixed = false;     ///< that range is for fixed lines alone
 };
 
 /// `region` counts for numbers without a country code. Any thread.

@@ -166,7 +166,7 @@ class Sorter {
         std::optional<std::size_t> largest;
         for (std::size_t i = 0; i < mLines.size(); ++i) {
             if (mUsed[i] || mLines[i].confidence() < 75 || countLetters(mLines[i].text()) < 3 ||
-                mLines[i].words.size() > 4)
+                mLines[i].words.size() > 4 || isRunningText(mLines[i]))
                 continue;
             if (!largest || mLines[i].size > mLines[*largest].size) largest = i;
         }
@@ -193,6 +193,17 @@ class Sorter {
             if (!highest || mLines[i].box.y < mLines[*highest].box.y) highest = i;
         }
         if (highest) addFirm({{*highest}, 0.1F});
+    }
+
+    /// "où le chemin tourne", "zum": a piece of a sentence.
+    static bool isRunningText(const TextLine& line) {
+        const auto small = [](const Word& word) {
+            const auto first = codePoints(word.text).front();
+            return isLetter(first) && !isCapital(first);
+        };
+        return small(line.words.front()) && std::any_of(line.words.begin(), line.words.end(), [](const Word& word) {
+                   return words::isFunction(folded(word.text)) || words::isParticle(folded(word.text));
+               });
     }
 
     static bool isHeading(const TextLine& line) {

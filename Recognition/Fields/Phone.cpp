@@ -2,6 +2,7 @@
 
 #include "Fields/NumberShape.h"
 #include "Fields/NumberingPlan.h"
+#include "Fields/Postcode.h"
 #include "Text/Letters.h"
 
 #include <algorithm>
@@ -21,11 +22,34 @@ struct IndexedText {
     std::string text;
     std::vector<std::size_t> wordAt;
 
+    std::vector<std::string> words;
+
     explicit IndexedText(const TextLine& line) {
         for (std::size_t i = 0; i < line.words.size(); ++i) {
             if (i > 0) add(" ", i);
-            add(line.words[i].text, i);
+            words.push_back(i > 0 ? withZeros(line.words[i].text, words.back()) : line.words[i].text);
+            add(withoutColons(words.back(), text), i);
         }
+    }
+
+    /// "+33 6 39 98 84:67": a dot or a space of a number with a country code that was read as a colon.
+    static std::string withoutColons(const std::string& word, const std::string& before) {
+        const bool follows = before.find('+') != std::string::npos && countDigits(word) >= 2;
+        if (!follows || word.find_first_not_of("0123456789:") != std::string::npos) return word;
+        std::string spaced = word;
+        std::replace(spaced.begin(), spaced.end(), ':', ' ');
+        return spaced;
+    }
+
+    /// Old-style zeros look like the letter: "+31 (0)30 ooo oo27". Only after digits, and where nothing else is left.
+    static std::string withZeros(const std::string& word, const std::string& before) {
+        const bool follows = countDigits(before) > 0 && countLetters(before) == 0;
+        if (!follows || word.size() < 2 || word.find_first_not_of("0123456789oO()-./") != std::string::npos)
+            return word;
+        std::string zeros = word;
+        std::replace_if(
+            zeros.begin(), zeros.end(), [](char c) { return c == 'o' || c == 'O'; }, '0');
+        return zeros;
     }
 
     void add(std::string_view part, std::size_t word) {
@@ -131,15 +155,35 @@ class PhoneFinder {
         if (!kind && run.begin <= mUsed + 2) kind = mClaims.empty() ? mContext.label : mLastKind;
         const std::string_view number = text.substr(run.begin, run.end - run.begin);
         if (isNoPhone(number, kind.has_value()) || kind == NumberKind::Other) return;
+        if (!kind && number.front() != '+' && holdsPostcode(run)) return;
         const float likelihood = kind ? 0.95F : likelihoodUnlabelled(number, otherLetters(number), mContext.region);
         if (likelihood <= 0) return;
         const std::size_t extension = behind ? 0 : extensionLength(after);
         const std::size_t begin = run.begin - (before ? before->length : 0);
         const std::size_t end = run.end + (behind ? behind->length : extension);
-        const auto type = typeOf(kind, !kind && planAdvice(number, mContext.region).mobile);
+        const bool own = before || behind;
+        const auto type = !own && kind == NumberKind::Mobile && planAdvice(number, mContext.region).fixed
+                              ? FieldType::Phone
+                              : typeOf(kind, !kind && isMobile(number));
         add(type, begin, end, tidyNumber(number) + std::string(text.substr(run.end, extension)), likelihood);
         mLastKind = kind;
         mUsed = end;
+    }
+
+    bool holdsPostcode(const NumberRun& run) const {
+        for (std::size_t i = mIndexed.wordAt[run.begin]; i <= mIndexed.wordAt[run.end - 1]; ++i) {
+            if (startsPostcode(mIndexed.words, i)) return true;
+        }
+        return false;
+    }
+
+    /// Without a country code the range has to be one for mobiles in the language's own country, too, if it is used
+    /// there: "06 …" is Rome on an Italian card, whatever country another number is from.
+    bool isMobile(std::string_view number) const {
+        if (!planAdvice(number, mContext.region).mobile) return false;
+        if (number.front() == '+' || mContext.languageRegion.empty()) return true;
+        const PlanAdvice own = planAdvice(number, mContext.languageRegion);
+        return own.mobile || !(own.valid || own.fixed);
     }
 
     int otherLetters(std::string_view number) const { return countLetters(mIndexed.text) - countLetters(number); }

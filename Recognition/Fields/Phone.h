@@ -13,6 +13,7 @@ namespace qv::recognition {
 struct PhoneContext {
     std::string region;               ///< ISO code of the country that numbers without a country code are likely from
     std::optional<NumberKind> label;  ///< of a label that stands to the left of the line or above it
+    std::string languageRegion = {};  ///< the country that the card's language is spoken in, where it tells one
 };
 
 /// The telephone, mobile and fax numbers in a line, with the labels before or after them: a number's kind is what its

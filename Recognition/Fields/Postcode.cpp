@@ -60,12 +60,14 @@ float evidenceAt(const std::vector<std::string>& words, std::size_t i) {
     if ((five || hasShape(word, "99999-9999")) && i > 0 && isState(words, i - 1)) return 1.F;
     if (isBritish(word, next) || (hasShape(word, "A9A") && hasShape(next, "9A9"))) return 1.F;
     if (isCountryPrefixed(word)) return isPlace(words, i + 1) ? 1.F : 0.5F;
-    if (hasShape(word, "9999") && hasShape(next, "AA") && isAllCapitals(next)) return 0.8F;
+    const bool dutch = hasShape(word, "9999") && hasShape(next, "AA") && isAllCapitals(next);
+    if (dutch) return isPlace(words, i + 2) || (i > 0 && isPlace(words, i - 1)) ? 0.8F : 0.4F;
     if (hasShape(word, "9999AA") && isAllCapitals(word)) return 0.8F;
     if (hasShape(word, "9999") && i > 0 && isState(words, i - 1)) return 0.8F;
     if (five && isPlace(words, i + 1)) return 0.85F;
     if (hasShape(word, "99-999") || hasShape(word, "9999-999")) return isPlace(words, i + 1) ? 0.9F : 0.5F;
-    if (hasShape(word, "99999-9999") || hasShape(word, "99999-999")) return 0.6F;
+    if (hasShape(word, "99999-999")) return isPlace(words, i + 1) ? 0.9F : 0.6F;
+    if (hasShape(word, "99999-9999")) return 0.6F;
     if (hasShape(word, "999-9999")) return i > 0 && countLetters(words[i - 1]) >= 3 ? 0.6F : 0.F;
     if (startsWith(word, "〒")) return 0.9F;
     if (hasShape(word, "999") && hasShape(next, "99") && isPlace(words, i + 2)) return 0.6F;
@@ -82,6 +84,11 @@ float postcodeEvidence(const std::vector<std::string>& words) {
     for (std::size_t i = 0; i < words.size(); ++i)
         best = std::max(best, evidenceAt(words, i));
     return best;
+}
+
+bool startsPostcode(const std::vector<std::string>& words, std::size_t index) {
+    // Short local numbers have the Japanese shape, too.
+    return evidenceAt(words, index) >= 0.6F && !hasShape(bare(words[index]), "999-9999");
 }
 
 std::string postcodeCountry(const std::vector<std::string>& words) {

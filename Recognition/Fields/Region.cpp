@@ -13,12 +13,16 @@ namespace {
 std::string usualRegion(const std::string& language) {
     static const std::map<std::string, std::string> regions = {
         {"en", "US"}, {"de", "DE"}, {"fr", "FR"}, {"es", "ES"}, {"it", "IT"}, {"pt", "PT"}, {"nl", "NL"},
-        {"tr", "TR"}, {"pl", "PL"}, {"cs", "CZ"}, {"ja", "JP"}, {"zh", "CN"}, {"ko", "KR"}};
+        {"tr", "TR"}, {"pl", "PL"}, {"cs", "CZ"}, {"sv", "SE"}, {"ja", "JP"}, {"zh", "CN"}, {"ko", "KR"}};
     const auto found = regions.find(language);
     return found == regions.end() ? "US" : found->second;
 }
 
 }  // namespace
+
+std::string regionOfLanguage(const std::string& language) {
+    return language == "en" ? std::string() : usualRegion(language);
+}
 
 std::string guessedRegion(const std::vector<Field>& internet, const std::vector<TextLine>& lines,
                           const std::string& language) {

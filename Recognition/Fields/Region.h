@@ -12,4 +12,7 @@ namespace qv::recognition {
 std::string guessedRegion(const std::vector<Field>& internet, const std::vector<TextLine>& lines,
                           const std::string& language);
 
+/// The country of a language that is spoken in one country foremost; empty for one that is spoken everywhere.
+std::string regionOfLanguage(const std::string& language);
+
 }  // namespace qv::recognition

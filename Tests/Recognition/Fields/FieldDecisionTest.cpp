@@ -67,6 +67,66 @@ TEST(FieldDecisionTest, FindsLabelsToTheLeftAndAbove) {
               (Fields{{FieldType::Mobile, "312-555-0142"}}));
 }
 
+TEST(FieldDecisionTest, FindsAHandlesLabelInItsOwnColumn) {
+    EXPECT_EQ(decided({lineAt("Skype", 100, 100, 25), lineAt("jane.doe", 300, 100, 25)}),
+              (Fields{{FieldType::Skype, "jane.doe"}}));
+    EXPECT_EQ(decided({lineAt("Skype", 100, 100, 25), lineAt("jane.doe", 1300, 300, 25)}).count(FieldType::Skype), 0U);
+}
+
+TEST(FieldDecisionTest, GivesALostLabelOfAColumnBackToTheFax) {
+    const std::vector<TextLine> card = {lineAt("T", 100, 100, 25), lineAt("+33 1 99 00 84 89", 300, 100, 25),
+                                        lineAt("+33 1 99 00 09 74", 300, 150, 25)};
+    EXPECT_EQ(decided(card), (Fields{{FieldType::Phone, "+33 1 99 00 84 89"}, {FieldType::Fax, "+33 1 99 00 09 74"}}));
+}
+
+TEST(FieldDecisionTest, LeavesASecondNumberWithoutALabelColumn) {
+    const auto fields =
+        decided({lineAt("Tel. 020 7946 0018", 100, 100, 25), lineAt("020 7946 0725", 100, 150, 25)}, "en");
+    EXPECT_EQ(fields.count(FieldType::Phone), 2U);
+    const auto three = decided({lineAt("T", 100, 100, 25), lineAt("020 7946 0018", 300, 100, 25),
+                                lineAt("020 7946 0725", 300, 150, 25), lineAt("F", 100, 200, 25),
+                                lineAt("020 7946 0726", 300, 200, 25)});
+    EXPECT_EQ(three.count(FieldType::Phone), 2U);
+    EXPECT_EQ(three.find(FieldType::Fax)->second, "020 7946 0726");
+}
+
+TEST(FieldDecisionTest, PartsAFirmFromThePersonBesideIt) {
+    EXPECT_EQ(decided({lineAt("Fjallroding Livs HB Jane Doe", 100, 100, 30)}),
+              (Fields{{FieldType::Company, "Fjallroding Livs HB"}, {FieldType::Name, "Jane Doe"}}));
+    EXPECT_EQ(decided({lineAt("Kurz GmbH & Co. KG", 100, 100, 30)}),
+              (Fields{{FieldType::Company, "Kurz GmbH & Co. KG"}}));
+}
+
+TEST(FieldDecisionTest, TakesNothingFromAPageOfProse) {
+    std::vector<TextLine> page;
+    for (int i = 0; i < 24; ++i)
+        page.push_back(lineAt("nur où le chemin tourne vers les champs puis se perd sous les feuilles de la rue 12", 50,
+                              50.F + 40.F * static_cast<float>(i), 25));
+    page.push_back(lineAt("Abend", 50, 1100, 25));
+    EXPECT_TRUE(decided(page, "fr").empty());
+    page.push_back(lineAt("jane@acme.com", 50, 1200, 25));
+    EXPECT_EQ(decided(page, "fr"), (Fields{{FieldType::Email, "jane@acme.com"}}));
+}
+
+TEST(FieldDecisionTest, TakesNothingFromTextures) {
+    for (const char* junk : {"1194 AL", "yır N", "SSS SS SE", "zum", "us, an", "où le chemin tourne"})
+        EXPECT_TRUE(decided({lineAt(junk, 100, 100, 40, 78)}).empty()) << junk;
+}
+
+TEST(FieldDecisionTest, KeepsACardOfFewWords) {
+    EXPECT_EQ(decided({lineAt("Xq Ylvan", 100, 100, 40, 92), lineAt("QUIPU", 100, 300, 60, 92)}),
+              (Fields{{FieldType::Name, "Xq Ylvan"}, {FieldType::Company, "QUIPU"}}));
+    EXPECT_EQ(decided({lineAt("QUIPU", 100, 300, 60, 92)}), (Fields{{FieldType::Company, "QUIPU"}}));
+    EXPECT_EQ(decided({lineAt("Jane Doe", 100, 100, 40, 80)}), (Fields{{FieldType::Name, "Jane Doe"}}));
+}
+
+TEST(FieldDecisionTest, JoinsAddressLinesOfEqualHeight) {
+    auto lower = lineAt("110 00 Praha", 100, 140, 30);
+    lower.size = 15;
+    EXPECT_EQ(decided({lineAt("Mlýnská 19", 100, 100, 30), lower}, "cs"),
+              (Fields{{FieldType::Address, "Mlýnská 19, 110 00 Praha"}}));
+}
+
 TEST(FieldDecisionTest, LetsTwoReadingsAgree) {
     auto email = lineAt("jane@psdgraphics.com", 100, 100, 25);
     auto link = lineAt("www.psdegraphics.com", 100, 150, 25);
@@ -80,6 +140,24 @@ TEST(FieldDecisionTest, GivesBackALostDotThatTheNameExplains) {
     email.words[0].others = {"james.smith@spc.com"};
     const auto fields = decided({lineAt("JAMES SMITH", 100, 100, 40), email});
     EXPECT_EQ(fields.find(FieldType::Email)->second, "james.smith@spc.com");
+}
+
+TEST(FieldDecisionTest, DropsWhatIsCutFromAnotherHost) {
+    const auto fields = decided({lineAt("jane@martindale.com", 100, 100, 25), lineAt("ale.com", 100, 300, 25)});
+    EXPECT_EQ(fields, (Fields{{FieldType::Email, "jane@martindale.com"}}));
+    const auto kept = decided({lineAt("jane@mail.acme.com", 100, 100, 25), lineAt("acme.com", 100, 300, 25)});
+    EXPECT_EQ(kept.count(FieldType::URL), 1U);
+}
+
+TEST(FieldDecisionTest, SnapsLettersThatPrintAlikeToTheName) {
+    const auto email = [](const std::string& name, const std::string& printed) {
+        return decided({lineAt(name, 100, 100, 40), lineAt(printed, 100, 300, 25)}).find(FieldType::Email)->second;
+    };
+    EXPECT_EQ(email("Lucas McAldane", "Imcaldane@acme.com"), "lmcaldane@acme.com");
+    EXPECT_EQ(email("Paul Olsen", "paul.0lsen@acme.com"), "paul.olsen@acme.com");
+    EXPECT_EQ(email("Lucas McAldane", "info@acme.com"), "info@acme.com");
+    EXPECT_EQ(email("Emma Meyer", "cmeyer@acme.com"), "cmeyer@acme.com");
+    EXPECT_EQ(email("Jan Ito", "jlt@acme.com"), "jlt@acme.com");
 }
 
 TEST(FieldDecisionTest, KeepsAnUnusualLocalPart) {
