@@ -99,10 +99,11 @@ std::optional<Failure> BatchFolder::prepare(bool resumes) {
 }
 
 std::optional<Failure> BatchFolder::start() const {
-    if (auto failure = makeFolder(mFolder / kCards)) return failure;
     const JSON::Value mark = {
         {"version", 1}, {"language", JSON::from(mSettings.language)}, {"pairs", mSettings.takesPairsInOrder}};
-    return writeFile(mFolder / kMark, JSON::text(mark));
+    // The mark goes first: without it everything else would be somebody else's.
+    if (auto failure = writeFile(mFolder / kMark, JSON::text(mark))) return failure;
+    return makeFolder(mFolder / kCards);
 }
 
 void BatchFolder::takeOverSettings() {

@@ -182,7 +182,7 @@ TEST_F(BatchKilled, LosesNoFinishedCardAndSavesNobodyTwice) {
     recogniseEverybody();
     auto killed = call({"--resume", "--save", "--address-book", book()});
     std::mt19937 random(seedOfKills());
-    std::uniform_int_distribution<int> life(10, 70);
+    std::uniform_int_distribution<int> life(2, 70);
     constexpr int kMostKills = 20;
     int kills = 0;
     for (bool isDone = false; !isDone && kills < kMostKills;) {
