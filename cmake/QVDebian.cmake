@@ -37,6 +37,15 @@ macro(qv_debian_package component name section summary text)
   list(APPEND CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}")
   install(FILES "${PROJECT_BINARY_DIR}/debian/changelog.Debian" "${QV_DEBIAN}/copyright"
           DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${name}" COMPONENT ${component} EXCLUDE_FROM_ALL)
+  install(FILES "${PROJECT_SOURCE_DIR}/CHANGELOG.md" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${name}" RENAME changelog
+          COMPONENT ${component} EXCLUDE_FROM_ALL)
+endmacro()
+
+# qv_debian_pages(COMPONENT NAME PAGE…): pages for whoever installs that package.
+macro(qv_debian_pages component name)
+  set(pages ${ARGN})
+  list(TRANSFORM pages PREPEND "${PROJECT_SOURCE_DIR}/Documentation/")
+  install(FILES ${pages} DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/${name}" COMPONENT ${component} EXCLUDE_FROM_ALL)
 endmacro()
 
 # qv_debian_library(COMPONENT NAME SUMMARY TEXT): one of libraries.
@@ -54,6 +63,8 @@ qv_debian_library(library ${QV_LIBRARY_PACKAGE} "business cards to contacts and 
   "Photographs of business cards become contacts and contact notes. A program\n\
 that loads this library hands it photographs; it has them read by a\n\
 card-recognition server, repairs and merges what was read, and writes the note.")
+# Loaded when the first HEIC picture comes, where it is there.
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_SUGGESTS libheif1)
 if(QV_BUILD_GLIB_ADAPTER)
   qv_debian_library(QVGLibAdapter libqvcardscan-glib${PROJECT_VERSION_MAJOR} "business cards to contacts and notes: GLib"
     "Runs the library's work for the main thread in a GLib main loop.")
@@ -66,7 +77,10 @@ if(QV_BUILD_QT_ADAPTER)
 endif()
 qv_debian_package(dev libqvcardscan-dev libdevel "business cards to contacts and notes: headers"
   "What a program that loads the library is built with: headers, and files for\n\
-CMake and pkg-config.")
+CMake and pkg-config, a guide and examples.")
+qv_debian_pages(dev libqvcardscan-dev host-guide.md)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/Examples/" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/libqvcardscan-dev/examples"
+        COMPONENT dev EXCLUDE_FROM_ALL)
 if(QV_BUILD_PROGRAMS)
   qv_debian_package(tools qvcardscan utils "read business cards at the command line"
     "Photographs of business cards become contacts and contact notes: offline, on\n\
@@ -78,6 +92,7 @@ CardDAV server.")
     "Takes photographs of business cards by HTTP and answers with what they say.\n\
 The command line starts it for itself; systemd runs it for others, when it is\n\
 told to.")
+  qv_debian_pages(server qvcardrecod operating-the-server.md server-protocol.md)
   set(CPACK_DEBIAN_SERVER_PACKAGE_DEPENDS "tesseract-ocr-eng, systemd | systemd-sysusers")
   set(CPACK_DEBIAN_SERVER_PACKAGE_RECOMMENDS
       "tesseract-ocr-deu, tesseract-ocr-fra, tesseract-ocr-ita, tesseract-ocr-nld, tesseract-ocr-por, tesseract-ocr-spa")

@@ -74,6 +74,12 @@ class DebianPackages : public testing::Test {
         for (const auto& package : packages())
             mNames.insert(field(package, "Package"));
         EXPECT_THAT(mNames, IsSupersetOf({"libqvcardscan0", "libqvcardscan-dev", "qvcardscan", "qvcardrecod"}));
+#ifdef QV_WITH_GLIB
+        EXPECT_TRUE(mNames.contains("libqvcardscan-glib0"));
+#endif
+#ifdef QV_WITH_QT
+        EXPECT_TRUE(mNames.contains("libqvcardscan-qt0"));
+#endif
     }
 
     /// Every package says what it needs, and Debian has it: it is installed here, since this was built.
@@ -136,7 +142,11 @@ class DebianPackages : public testing::Test {
               "/usr/share/bash-completion/completions/qvcardscan", "/usr/share/zsh/vendor-completions/_qvcardrecod",
               "/usr/share/fish/vendor_completions.d/qvcardscan.fish", "/usr/lib/systemd/system/qvcardrecod.service",
               "/usr/lib/systemd/system/qvcardrecod@.service", "/etc/default/qvcardrecod",
-              "/usr/share/doc/qvcardrecod/examples/nginx/qvcardrecod.conf", "/usr/share/doc/qvcardscan/copyright"}) {
+              "/usr/share/doc/qvcardrecod/examples/nginx/qvcardrecod.conf",
+              "/usr/share/doc/qvcardrecod/operating-the-server.md", "/usr/share/doc/qvcardrecod/server-protocol.md",
+              "/usr/share/doc/libqvcardscan-dev/host-guide.md", "/usr/lib/pkgconfig/qvcardscan-c.pc",
+              "/usr/include/qvcardscan.h", "/usr/share/doc/libqvcardscan0/changelog.gz",
+              "/usr/share/doc/qvcardscan/copyright"}) {
             EXPECT_TRUE(fs::exists(at(file))) << file;
         }
         for (const auto& entry : fs::directory_iterator(at("/usr/lib")))
@@ -195,6 +205,27 @@ class DebianPackages : public testing::Test {
         EXPECT_THAT(run(host, {mServer.url(), picture()}, surroundings).output, HasSubstr("Ada Example"));
     }
 
+    /// The examples as the package brings them, built with nothing but what the packages brought.
+    void expectItServesItsExamples() {
+        const std::string examples = at("/usr/share/doc/libqvcardscan-dev/examples");
+        const std::string programs = mFolder / "examples";
+        run("cmake", {"-S", examples, "-B", programs, "-G", "Ninja", "-DCMAKE_PREFIX_PATH=" + at("/usr"),
+                      "-DCMAKE_CXX_COMPILER=" QV_CXX_COMPILER});
+        run("cmake", {"--build", programs});
+        Environment surroundings = environment();
+        surroundings["QVCARDSCAN_TOKEN"] = "a-token";
+        for (const char* name : {"minimal", "c-host"})
+            EXPECT_THAT(run(programs + "/" + name, {mServer.url(), picture()}, surroundings).output,
+                        HasSubstr("Ada Example"));
+#ifdef QV_WITH_GLIB
+        EXPECT_THAT(run(programs + "/glib-host", {mServer.url(), picture()}, surroundings).output,
+                    HasSubstr("Ada Example"));
+#endif
+        EXPECT_THAT(
+            run("/usr/bin/python3", {examples + "/python/card.py", mServer.url(), picture()}, surroundings).output,
+            HasSubstr("Ada Example"));
+    }
+
     static std::string picture() {
         return testsupport::testsFolder() / "Host/Data/front.jpg";
     }
@@ -237,6 +268,7 @@ TEST_F(DebianPackages, AreInstalledUsedAndPurged) {
     expectItScans();
     expectItServes();
     expectItServesProjects();
+    expectItServesItsExamples();
     expectSoundUnits();
     expectNothingLeft();
 }
