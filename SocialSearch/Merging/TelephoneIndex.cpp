@@ -10,11 +10,23 @@ namespace {
 constexpr std::size_t kEndingLength = 4;
 constexpr std::size_t kMostCompared = 64;
 
+/// Cards have numbers as URIs, too ("tel:110"); whoever reads one drops the scheme, and it is still the same number.
+std::string withoutScheme(std::string_view number) {
+    const std::string text = trimmed(number);
+    std::string_view rest = text;
+    while (rest.starts_with("tel:")) {
+        rest.remove_prefix(4);
+        rest.remove_prefix(std::min(rest.size(), rest.find_first_not_of(" \t\r\n")));
+    }
+    return trimmed(rest);
+}
+
 }  // namespace
 
 bool TelephoneIndex::insert(std::string_view number) {
-    PhoneDigits digits = PhoneDigits::fromText(number);
-    if (digits.digits.empty()) return mTexts.insert(trimmed(number)).second;
+    const std::string text = withoutScheme(number);
+    PhoneDigits digits = PhoneDigits::fromText(text);
+    if (digits.digits.empty()) return mTexts.insert(text).second;
     return insertDigits(std::move(digits));
 }
 

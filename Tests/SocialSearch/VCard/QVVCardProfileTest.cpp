@@ -203,6 +203,20 @@ TEST(QVVCardProfileTest, KnownEntriesAreNotAddedAgain) {
     EXPECT_EQ(card.bytes(), bytes);
 }
 
+TEST(QVVCardProfileTest, NumbersWithAndWithoutTheirSchemeAreTheSame) {
+    for (const std::string number : {"tel:110", "tel: 5", "tel:tel:none", "tel:+1 202 555 0142"}) {
+        QVVCard card = QVVCard::emptyCard();
+        QVSocialProfile profile;
+        addPhone(profile, "Mobile", number);
+        qv::updateCard(card, profile, "u");
+        const std::string once = card.bytes();
+        qv::updateCard(card, profile, "u");
+        EXPECT_EQ(card.bytes(), once);
+        qv::updateCard(card, *qv::profileOfCard(readCard(once), "u"), "u");
+        EXPECT_EQ(card.bytes(), once);
+    }
+}
+
 /// Work that grew with the square of the lines would not end in the test's time.
 TEST(QVVCardProfileTest, HostileCardsTakeNoLongerThanTheirSize) {
     std::string lines = "UID:u\r\nFN:a\r\n";
