@@ -13,18 +13,22 @@ namespace {
 
 constexpr std::size_t kLargestBody = 4096;
 
-fuzzing::AnswerServer& server() {
-    static auto* const only = [] {
-        auto* const made = new fuzzing::AnswerServer();
-        fuzzing::connectOnlyTo(made->port());
-        return made;
-    }();
-    return *only;
+/// The server of this run. Ports rest for a minute after a connection, so that each is good for some thousand runs.
+fuzzing::AnswerServer& serverOfRun() {
+    constexpr std::size_t kRunsPerPort = 8192;
+    static std::size_t runs = 0;
+    static fuzzing::AnswerServer* server = nullptr;
+    if (runs++ % kRunsPerPort == 0) {
+        // The one before has a thread that waits for more.
+        static std::vector<fuzzing::AnswerServer*> all;
+        all.push_back(server = new fuzzing::AnswerServer());
+        fuzzing::connectOnlyTo(server->port());
+    }
+    return *server;
 }
 
-qv::HTTPRequest requestOf(std::uint8_t habits) {
-    qv::HTTPRequest request{
-        .url = *qv::URL::URLWithString("http://127.0.0.1:" + std::to_string(server().port()) + "/card")};
+qv::HTTPRequest requestOf(std::uint8_t habits, std::uint16_t port) {
+    qv::HTTPRequest request{.url = *qv::URL::URLWithString("http://127.0.0.1:" + std::to_string(port) + "/card")};
     request.followsRedirects = (habits & 1) != 0;
     if ((habits & 4) != 0) {
         request.method = "POST";
@@ -51,7 +55,8 @@ void check(const qv::HTTPResponse& response) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count) {
     if (count == 0) return 0;
-    server().play(fuzzing::partsOf(fuzzing::textOf(bytes + 1, count - 1)), /*inPieces=*/(bytes[0] & 2) != 0);
-    check(qv::HTTPClient::sendSynchronousRequest(requestOf(bytes[0])));
+    fuzzing::AnswerServer& server = serverOfRun();
+    server.play(fuzzing::partsOf(fuzzing::textOf(bytes + 1, count - 1)), /*inPieces=*/(bytes[0] & 2) != 0);
+    check(qv::HTTPClient::sendSynchronousRequest(requestOf(bytes[0], server.port())));
     return 0;
 }

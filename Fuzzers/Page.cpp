@@ -83,7 +83,10 @@ class House final : public PageHandler {
         require(bool(picture), "a picture can be kept");
         mPicture = *picture;
         std::string error;
-        mServer = PageServer::listen("127.0.0.1", 0, {}, error);
+        // What the client has ended is over at once, and not when time is up.
+        PageServerLimits limits;
+        limits.headerTime = limits.bodyTime = std::chrono::minutes(5);
+        mServer = PageServer::listen("127.0.0.1", 0, limits, error);
         require(mServer != nullptr, "the server listens");
         std::thread([this] { mServer->run(*this); }).detach();
     }

@@ -29,6 +29,8 @@ std::uint16_t serverPort() {
         ServerOptions options;
         options.token = "secret";
         options.bodyLimit = 4096;
+        // What the client has ended is over at once, and not when time is up.
+        options.headerTime = options.bodyTime = std::chrono::minutes(5);
         auto server = HTTPServer::listen(
             options, [] { return std::make_unique<Stub>(); }, [](std::string_view) {}, error);
         require(server != nullptr, "the server listens");

@@ -79,7 +79,9 @@ std::string trimmed(const std::string& text) {
 }
 
 void requireRead(const QVString& written, const QVString& read, const char* what) {
-    if (!written || written->find('\n') != std::string::npos || trimmed(*written).empty()) return;
+    // Line ends become LF, and what is no text at all may go.
+    if (!written || trimmed(*written).empty() || !isCardText(*written) || written->find('\n') != std::string::npos)
+        return;
     require(read && trimmed(*read) == trimmed(*written), what);
 }
 
