@@ -18,11 +18,18 @@ static void finish(struct host* host, int status) {
     host->is_done = 1;
 }
 
+/* The error, and what caused it: what is underneath says it in words. */
 static int fail(const char* what, qv_error* error) {
-    const char* message = qv_error_message(error);
-    fprintf(stderr, "%s: %s %ld%s%s\n", what, qv_error_domain(error), (long)qv_error_code(error),
-            message != NULL ? ": " : "", message != NULL ? message : "");
-    qv_error_release(error);
+    fprintf(stderr, "%s", what);
+    while (error != NULL) {
+        const char* message = qv_error_message(error);
+        qv_error* cause = qv_error_underlying(error);
+        fprintf(stderr, ": %s %ld%s%s", qv_error_domain(error), (long)qv_error_code(error), message != NULL ? ": " : "",
+                message != NULL ? message : "");
+        qv_error_release(error);
+        error = cause;
+    }
+    fprintf(stderr, "\n");
     return EXIT_FAILURE;
 }
 

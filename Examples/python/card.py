@@ -52,6 +52,7 @@ SIGNATURES = {
     "qv_error_code": (c_int64, [c_void_p]),
     "qv_error_message": (c_char_p, [c_void_p]),
     "qv_error_release": (None, [c_void_p]),
+    "qv_error_underlying": (c_void_p, [c_void_p]),
 }
 
 
@@ -89,10 +90,17 @@ class CardReader:
             raise self._error(error)
 
     def _error(self, error):
-        text = f"{self._library.qv_error_domain(error).decode()} {self._library.qv_error_code(error)}"
-        message = self._library.qv_error_message(error)
-        self._library.qv_error_release(error)
-        return CardError(f"{text}: {message.decode()}" if message else text)
+        """The error, and what caused it: what is underneath says it in words."""
+        texts = []
+        while error:
+            texts.append(f"{self._library.qv_error_domain(error).decode()} {self._library.qv_error_code(error)}")
+            message = self._library.qv_error_message(error)
+            if message:
+                texts.append(message.decode())
+            cause = self._library.qv_error_underlying(error)
+            self._library.qv_error_release(error)
+            error = cause
+        return CardError(": ".join(texts))
 
     def _complete(self, handle, _data):
         """On a thread of the library."""

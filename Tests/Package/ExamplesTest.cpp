@@ -98,7 +98,7 @@ TEST_F(Examples, PythonReadsACardThroughTheCInterface) {
     EXPECT_THAT(result.output, HasSubstr("qv-contact-note"));
     const auto failed = runAny("/usr/bin/python3", {program, "http://127.0.0.1:1/", picture()}, around);
     EXPECT_EQ(failed.status, 1);
-    EXPECT_THAT(failed.error, HasSubstr("kQVCardProcessingErrorDomain 2"));
+    EXPECT_THAT(failed.error, HasSubstr("kQVCardProcessingErrorDomain 2: QVURLErrorDomain 7: Failed to "));
     const auto refused = runAny("/usr/bin/python3", {program, mServer.url(), program}, around);
     EXPECT_THAT(refused.error, HasSubstr("QVCInterfaceErrorDomain 2: This is no picture"));
 }
