@@ -137,11 +137,23 @@ class Sorter {
                 firm.evidence = companyEvidence(joined(firm), mFacts);
                 if (!best || firm.evidence > best->evidence) best = firm;
                 const auto next = firm.lines.size() < kFirmLines ? lineBelow(firm.lines.back()) : std::nullopt;
-                if (!next) break;
+                if (!next || !continuesFirm(mLines[firm.lines.back()], mLines[*next])) break;
                 firm.lines.push_back(*next);
             }
         }
         return best;
+    }
+
+    /// A slogan below "ACME TOOLS LTD" is not its second line, "& Co. KG" is.
+    static bool continuesFirm(const TextLine& upper, const TextLine& lower) {
+        const std::string first = folded(lower.words.front().text);
+        if (words::isConjunction(first) || words::isLegalForm(trimmed(first, ".,"))) return true;
+        return !endsWithLegalForm(upper) && (!isCapitalised(upper) || isCapitalised(lower));
+    }
+
+    static bool endsWithLegalForm(const TextLine& line) {
+        const std::string last = trimmed(folded(line.words.back().text), ",;:()");
+        return line.words.size() > 1 && (words::isLegalForm(last) || words::isLegalForm(trimmed(last, ".")));
     }
 
     std::optional<std::size_t> lineBelow(std::size_t i) const {
@@ -210,6 +222,10 @@ class Sorter {
         const std::string text = line.text();
         if (line.confidence() < 75 || countDigits(text) > 0 || countLetters(text) < 4 || line.words.size() > 6)
             return false;
+        return isCapitalised(line);
+    }
+
+    static bool isCapitalised(const TextLine& line) {
         return std::all_of(line.words.begin(), line.words.end(), [](const Word& word) {
             const auto first = codePoints(word.text).front();
             return !isLetter(first) || isCapital(first) || words::isFunction(folded(word.text)) ||
