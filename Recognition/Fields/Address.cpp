@@ -18,6 +18,7 @@ namespace {
 constexpr float kCore = 0.5F;       // a line that starts a block
 constexpr float kNeighbour = 0.2F;  // a line that a block takes in
 constexpr float kAccepted = 0.5F;
+constexpr float kAside = 3;  // in type sizes, between parts of one printed line
 constexpr float kSizeRatio = 1.5F;
 constexpr float kNotNear = std::numeric_limits<float>::max();
 
@@ -178,7 +179,7 @@ class BlockFinder {
     AddressBlock grownFrom(std::size_t core) {
         AddressBlock block{{core}, 0};
         mUsed[core] = true;
-        while (growUp(block) || growDown(block)) {
+        while (growAside(block) || growUp(block) || growDown(block)) {
         }
         float sum = 0;
         for (const std::size_t i : block.lines)
@@ -187,6 +188,20 @@ class BlockFinder {
                                          [this](std::size_t i) { return isPlainly(mLines[i].text()); });
         block.likelihood = isPlain ? std::min(0.95F, 0.2F + sum * 0.6F) : 0;
         return block;
+    }
+
+    /// "CHESTNUT HILL,  MASSACHUSETTS 02467": two parts of one printed line that stand far apart.
+    bool growAside(AddressBlock& block) {
+        const TextLine& first = mLines[block.lines.front()];
+        const auto found = nearest([&](std::size_t i) {
+            const TextLine& left = mLines[i];
+            const float gap = first.box.x - left.box.right();
+            const bool sameRow = overlapY(left.box, first.box) > 0.5F * std::min(left.box.h, first.box.h);
+            const bool fits = endsWithComma(left) && sameRow && likeType(left, first) && gap > -1;
+            return fits && gap < kAside * first.size ? gap : kNotNear;
+        });
+        if (found) block.lines.insert(block.lines.begin(), *found);
+        return found.has_value();
     }
 
     bool growUp(AddressBlock& block) {

@@ -3,6 +3,7 @@
 #include "Fields/Phone.h"
 #include "Fields/PhoneLabel.h"
 #include "Fields/Words/WordSet.h"
+#include "Fields/Words/Words.h"
 #include "Text/Letters.h"
 
 #include <algorithm>
@@ -35,13 +36,20 @@ bool isIcon(const Word& word, const Word& next, float size) {
     return (signs <= 1 && apart) || (signs <= 3 && word.box.h > kIconHeight * size);
 }
 
+/// "& Co. KG", "& Sons": the second line of a firm's name.
+bool beginsRestOfFirm(const std::vector<Word>& line, std::size_t i) {
+    if (line[i].text != "&" || i + 1 >= line.size()) return false;
+    const std::string next = trimmed(folded(line[i + 1].text), ".,");
+    return words::isLegalForm(next) || words::isKin(next);
+}
+
 /// Small print between two words of a title or a firm is not noise ("Sales & Leasing"): only the ends are looked at.
 std::pair<std::size_t, std::size_t> withoutNoise(const TextLine& line) {
     const auto& words = line.words;
     std::size_t first = 0;
     std::size_t end = words.size();
     const auto isDrawn = [&](std::size_t i) { return i + 1 < end && isIcon(words[i], words[i + 1], line.size); };
-    while (first < end && (isNoise(words[first]) || isDrawn(first)))
+    while (first < end && !beginsRestOfFirm(words, first) && (isNoise(words[first]) || isDrawn(first)))
         ++first;
     while (end > first && isNoise(words[end - 1]))
         --end;
@@ -94,6 +102,7 @@ bool isText(const TextLine& line) {
     const int letters = countLetters(text);
     const int digits = countDigits(text);
     if (letters + digits < 2 || line.confidence() < kHardlyRead) return false;
+    if (beginsRestOfFirm(line.words, 0)) return true;
     return (letters + digits) * 3 >= length(text) * 2 - static_cast<int>(line.words.size());
 }
 

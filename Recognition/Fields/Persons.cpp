@@ -21,6 +21,7 @@ constexpr float kTitleByPlace = 0.2F;
 constexpr float kDepartment = 0.5F;
 constexpr float kCompany = 0.42F;
 constexpr float kSecondCompany = 0.75F;
+constexpr float kWholeForm = 0.05F;  // the rest of a legal form goes with its beginning
 constexpr float kSameSize = 1.3F;
 constexpr std::size_t kFirmLines = 3;
 
@@ -133,12 +134,14 @@ class Sorter {
         std::optional<Firm> best;
         for (std::size_t i = 0; i < mLines.size(); ++i) {
             if (mUsed[i]) continue;
+            float bonus = 0;
             for (Firm firm{{i}, 0};;) {
-                firm.evidence = companyEvidence(joined(firm), mFacts);
+                firm.evidence = companyEvidence(joined(firm), mFacts) + bonus;
                 if (!best || firm.evidence > best->evidence) best = firm;
                 const auto next = firm.lines.size() < kFirmLines ? lineBelow(firm.lines.back()) : std::nullopt;
                 if (!next || !continuesFirm(mLines[firm.lines.back()], mLines[*next])) break;
                 firm.lines.push_back(*next);
+                bonus += isLegalFormsOnly(mLines[*next]) ? kWholeForm : 0.F;
             }
         }
         return best;
@@ -149,6 +152,13 @@ class Sorter {
         const std::string first = folded(lower.words.front().text);
         if (words::isConjunction(first) || words::isLegalForm(trimmed(first, ".,"))) return true;
         return !endsWithLegalForm(upper) && (!isCapitalised(upper) || isCapitalised(lower));
+    }
+
+    static bool isLegalFormsOnly(const TextLine& line) {
+        return std::all_of(line.words.begin(), line.words.end(), [](const Word& word) {
+            const std::string key = trimmed(folded(word.text), ".,");
+            return words::isLegalForm(key) || words::isConjunction(key);
+        });
     }
 
     static bool endsWithLegalForm(const TextLine& line) {

@@ -127,6 +127,12 @@ TEST(FieldDecisionTest, JoinsAddressLinesOfEqualHeight) {
               (Fields{{FieldType::Address, "Mlýnská 19, 110 00 Praha"}}));
 }
 
+TEST(FieldDecisionTest, JoinsPartsOfAnAddressLine) {
+    EXPECT_EQ(decided({lineAt("12 High Street", 100, 100, 25), lineAt("CHESTNUT HILL,", 100, 140, 25),
+                       lineAt("MASSACHUSETTS 02467", 400, 136, 25)}),
+              (Fields{{FieldType::Address, "12 High Street, CHESTNUT HILL, MASSACHUSETTS 02467"}}));
+}
+
 TEST(FieldDecisionTest, LetsTwoReadingsAgree) {
     auto email = lineAt("jane@psdgraphics.com", 100, 100, 25);
     auto link = lineAt("www.psdegraphics.com", 100, 150, 25);
