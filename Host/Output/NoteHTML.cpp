@@ -9,6 +9,7 @@
 namespace qvhost {
 namespace {
 
+/// Links open elsewhere: a frame that shows the note, and in which nothing else may stand, would lose it otherwise.
 constexpr std::string_view kHead = R"(<!DOCTYPE html>
 <html>
 <head>
@@ -17,6 +18,7 @@ constexpr std::string_view kHead = R"(<!DOCTYPE html>
 <meta name="viewport" content="width=device-width, initial-scale=1">
 <meta name="referrer" content="no-referrer">
 <meta name="color-scheme" content="light dark">
+<base target="_blank">
 <title>)";
 
 constexpr std::string_view kStyle = R"(</title>

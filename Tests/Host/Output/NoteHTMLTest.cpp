@@ -29,6 +29,12 @@ TEST(NoteHTML, TheTitleIsText) {
     EXPECT_THAT(noteHTML("", "A & <b>\"'", {}, nullptr), HasSubstr("<title>A &amp; &lt;b&gt;&quot;&apos;</title>"));
 }
 
+TEST(NoteHTML, LinksOpenElsewhere) {
+    const std::string page = noteHTML("<a href=\"mailto:a@example.com\">a</a>", "", {}, nullptr);
+    EXPECT_LT(page.find("<base target=\"_blank\">"), page.find("</head>"));
+    EXPECT_THAT(page, HasSubstr("<a href=\"mailto:a@example.com\">a</a>")) << "the note itself stays as it is";
+}
+
 TEST(NoteHTML, KeepsTheNoteAroundItsPictures) {
     Resources resources;
     const std::string hash = addPicture(resources, "front.jpg");
