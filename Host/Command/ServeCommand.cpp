@@ -8,7 +8,9 @@
 #include "Support/StandardStreams.h"
 
 #include <CLI/CLI.hpp>
+#include <arpa/inet.h>
 
+#include <charconv>
 #include <chrono>
 #include <cstdlib>
 #include <utility>
@@ -36,9 +38,17 @@ ExitStatus fail(const Failure& failure) {
 }
 
 std::string objectionToAddress(const std::string& address) {
+    in6_addr room = {};
     const bool isNumber =
-        !address.empty() && address.find_first_not_of("0123456789abcdefABCDEF.:") == std::string::npos;
+        ::inet_pton(AF_INET, address.c_str(), &room) == 1 || ::inet_pton(AF_INET6, address.c_str(), &room) == 1;
     return isNumber ? "" : "an address in numbers is needed here, such as 127.0.0.1 or 0.0.0.0.";
+}
+
+std::string objectionToPort(const std::string& text) {
+    std::uint16_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const bool isOne = error == std::errc() && end == text.data() + text.size();
+    return isOne ? "" : "a number from 0 to 65535 is needed here.";
 }
 
 }  // namespace
@@ -46,7 +56,9 @@ std::string objectionToAddress(const std::string& address) {
 CLI::App* ServeCommand::describe(CLI::App& program) {
     CLI::App* command = program.add_subcommand("serve", "Show a page in the browser for a pile of cards");
     command->footer(kFooter);
-    command->add_option("--port", mPort, "Port of the page (default: one that is free)")->type_name("N");
+    command->add_option("--port", mPort, "Port of the page (default: one that is free)")
+        ->type_name("N")
+        ->check(objectionToPort);
     command->add_option("--listen", mListen, "Address to listen on; other than 127.0.0.1, others can reach the page")
         ->type_name("ADDRESS")
         ->check(objectionToAddress);
@@ -70,8 +82,9 @@ ExitStatus ServeCommand::run() {
     std::string error;
     const auto server = PageServer::listen(mListen, mPort, {}, error);
     if (!server) {
-        return fail({ExitStatus::Incomplete, "The page cannot be shown at " + mListen + ", port " +
-                                                 std::to_string(mPort) + ": " + error + ". Choose another --port."});
+        const std::string port = mPort == 0 ? "" : ", port " + std::to_string(mPort);
+        return fail({ExitStatus::Incomplete, "The page cannot be shown at " + mListen + port + ": " + error +
+                                                 ". Choose another " + (mPort == 0 ? "--listen." : "--port.")});
     }
     Result<AddressBookPlace> place = mAddressBook.open(AddressBookOptions::Access::Saving);
     if (!place) return fail(place.failure());

@@ -55,6 +55,27 @@ TEST_F(ServeCommand, WrongCallsAreToldBeforeAnythingIsServed) {
     }
 }
 
+TEST_F(ServeCommand, WhatIsNoPortOrAddressIsToldInWords) {
+    for (const char* port : {"65536", "-1", "x", "80x", " 80"}) {
+        EXPECT_THAT(serve({std::string("--port=") + port}).error,
+                    HasSubstr("--port: a number from 0 to 65535 is needed here."))
+            << port;
+    }
+    for (const char* address : {"300.1.1.1", "127.0.0", "1:2", "...", "abc"}) {
+        EXPECT_THAT(serve({"--listen", address}).error,
+                    HasSubstr("--listen: an address in numbers is needed here, such as 127.0.0.1 or 0.0.0.0."))
+            << address;
+    }
+}
+
+TEST_F(ServeCommand, AnAddressOfAnotherMachineIsNamed) {
+    // Of a network that is kept for documentation.
+    const ProcessResult result = serve({"--listen", "192.0.2.1"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.error, HasSubstr("shown at 192.0.2.1: "));
+    EXPECT_THAT(result.error, HasSubstr("Choose another --listen."));
+}
+
 TEST_F(ServeCommand, AKeyThatCouldBeGuessedIsRefusedAndNotRepeated) {
     mFolder.write("key", "swordfish\n");
     const ProcessResult result = serve({"--key-file", (mFolder / "key").string()});
