@@ -221,6 +221,8 @@ void BatchRun::finish(ReadCard card, const BatchCard& pictures) {
         mWaiting.push_front({card.name, pictures});
         return stop(*std::move(failure));
     }
+    for (const std::string& remark : card.remarks)
+        ++mOutcome.remarks[remark];
     if (card.problems.empty()) {
         ++mOutcome.read;
     } else {

@@ -10,6 +10,7 @@
 
 #include <cstddef>
 #include <deque>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -24,6 +25,8 @@ struct BatchOutcome {
     std::size_t left = 0;
     /// Why it ended early, for the person who waits; absent when it did not.
     std::optional<Failure> stopped;
+    /// What people should know of cards that were read, and of how many.
+    std::map<std::string, std::size_t> remarks;
     ExitStatus status = ExitStatus::Done;
 };
 

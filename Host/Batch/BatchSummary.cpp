@@ -10,6 +10,7 @@ namespace {
 using TerminalText::printable;
 
 constexpr std::size_t kMostFailures = 50;
+constexpr std::size_t kMostRemarks = 10;
 
 std::string count(std::size_t number, const std::string& one, const std::string& many) {
     return std::to_string(number) + " " + (number == 1 ? one : many);
@@ -32,6 +33,17 @@ std::string failures(const BatchOutcome& outcome) {
     return text.empty() ? "" : "Failed:\n" + text;
 }
 
+/// What is so of many cards is said once.
+std::string remarks(const BatchOutcome& outcome) {
+    std::string text;
+    std::size_t said = 0;
+    for (const auto& [remark, cards] : outcome.remarks) {
+        if (said++ == kMostRemarks) return "Remarks:\n" + text + "  … and more; see the page.\n";
+        text += "  " + count(cards, "card", "cards") + ": " + printable(remark) + "\n";
+    }
+    return text.empty() ? "" : "Remarks:\n" + text;
+}
+
 std::string passedOver(const BatchInputs& inputs) {
     std::string text;
     if (inputs.skipped > 0)
@@ -52,7 +64,7 @@ std::string howToGoOn(const BatchOutcome& outcome) {
 
 std::string summary(const BatchOutcome& outcome, const BatchInputs& inputs, std::size_t finished,
                     const std::filesystem::path& folder) {
-    return counts(outcome, finished) + failures(outcome) + passedOver(inputs) +
+    return counts(outcome, finished) + failures(outcome) + remarks(outcome) + passedOver(inputs) +
            "Contacts: " + printable((folder / "contacts.csv").string()) + ", " +
            printable((folder / "contacts.vcf").string()) + "\nPage: " + printable((folder / "index.html").string()) +
            "\n" + howToGoOn(outcome);

@@ -9,7 +9,8 @@
 
 namespace qvhost {
 
-/// What came of a batch, in lines for a terminal: counts, a line for each failure, where the lists are, how to go on.
+/// What came of a batch, in lines for a terminal: counts, a line for each failure, remarks once, where the lists are,
+/// how to go on.
 std::string summary(const BatchOutcome& outcome, const BatchInputs& inputs, std::size_t finished,
                     const std::filesystem::path& folder);
 

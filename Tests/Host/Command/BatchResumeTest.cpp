@@ -117,6 +117,18 @@ TEST_F(BatchResume, LanguageAndPairsAreThoseOfTheBatch) {
     EXPECT_THAT(batch({"--resume", "--language", "fr"}).output, HasSubstr("2 cards read.\n"));
 }
 
+TEST_F(BatchResume, RemarksAreSaidOnceAndCountTheCardsOfThisRun) {
+    recogniseEverybody();
+    addPictures(2);
+    addPicture("x-back.jpg", 3);
+    const std::string language = ": The card was read as \"en\", because the server does not have \"de\". Install";
+    const std::string output = batch({"--language", "de"}).output;
+    EXPECT_THAT(output, HasSubstr("3 cards read.\nRemarks:\n  1 card: As to the pictures, there is no front for this "
+                                  "back.\n  3 cards" +
+                                  language));
+    EXPECT_THAT(batch({"--resume"}).output, testing::Not(HasSubstr("Remarks")));
+}
+
 TEST_F(BatchResume, WhatIsWishedForInAdditionIsDone) {
     addPictures(2);
     ASSERT_EQ(batch().status, 0);
