@@ -9,6 +9,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <thread>
 
 namespace fuzzing {
@@ -46,11 +47,16 @@ void send(int connection, std::string_view bytes) {
 /// False at the end of the connection.
 bool receive(int connection, std::string& received) {
     pollfd ready{.fd = connection, .events = POLLIN, .revents = 0};
-    require(poll(&ready, 1, kPatience) == 1, "the other side answers or ends in time");
+    int count = -1;
+    // The fuzzer's own clock interrupts.
+    do {
+        count = poll(&ready, 1, kPatience);
+    } while (count < 0 && errno == EINTR);
+    require(count == 1, "the other side answers or ends in time");
     char bytes[4096];
-    const ssize_t count = recv(connection, bytes, sizeof bytes, 0);
-    if (count > 0) received.append(bytes, static_cast<std::size_t>(count));
-    return count > 0;
+    const ssize_t size = recv(connection, bytes, sizeof bytes, 0);
+    if (size > 0) received.append(bytes, static_cast<std::size_t>(size));
+    return size > 0;
 }
 
 }  // namespace
