@@ -57,13 +57,19 @@ std::vector<std::string> environmentWithout(std::string_view prefix) {
     return texts;
 }
 
-/// What the child starts with: our pipes as its input and output, and the usual meaning of every signal.
+/// What the child starts with: our pipes as its input and output, no other file of ours but standard error, and the
+/// usual meaning of every signal.
 class SpawnSettings {
   public:
     SpawnSettings(int input, int output) {
         ::posix_spawn_file_actions_init(&mActions);
         ::posix_spawn_file_actions_adddup2(&mActions, input, STDIN_FILENO);
         ::posix_spawn_file_actions_adddup2(&mActions, output, STDOUT_FILENO);
+#if defined(__GLIBC__) && __GLIBC_PREREQ(2, 34)
+        // Sockets that libraries opened: a connection that the child holds, too, would not end when this program ends
+        // it.
+        ::posix_spawn_file_actions_addclosefrom_np(&mActions, STDERR_FILENO + 1);
+#endif
         ::posix_spawnattr_init(&mAttributes);
         sigset_t signals;
         sigemptyset(&signals);

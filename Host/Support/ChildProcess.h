@@ -15,7 +15,7 @@
 namespace qvhost {
 
 /// A program that runs beside this one, joined to it by its standard input and output; both ends are closed to every
-/// other child. It shares standard error. One thread at a time.
+/// other child. It shares standard error and no other file. One thread at a time.
 class ChildProcess {
   public:
     /// Starts a program with these arguments (its own name goes first by itself) and this program's environment but for

@@ -3,6 +3,9 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <csignal>
@@ -40,6 +43,19 @@ TEST(ChildProcess, HidesVariablesByTheirBeginning) {
     ::unsetenv("QV_TEST_HIDDEN");
     ::unsetenv("QV_TEST_HIDDEN_TOO");
     ::unsetenv("QV_TEST_SHOWN");
+}
+
+TEST(ChildProcess, HoldsNoConnectionOfThisProgram) {
+    int ends[2];
+    ASSERT_EQ(::socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
+    const auto process = startShell("echo started; read line");
+    ASSERT_THAT(process->readLine(30s), Optional(Eq("started")));
+    ::close(ends[0]);
+    pollfd other{ends[1], POLLIN, 0};
+    EXPECT_EQ(::poll(&other, 1, 30000), 1);
+    char byte = 0;
+    EXPECT_EQ(::recv(ends[1], &byte, 1, MSG_DONTWAIT), 0) << "the end of the connection";
+    ::close(ends[1]);
 }
 
 TEST(ChildProcess, ThatSaysNothingIsNotWaitedForLonger) {
