@@ -8,6 +8,7 @@
 #include "Picture/Slant.h"
 #include "Result/ResultWriter.h"
 #include "Text/Layout.h"
+#include "Text/SurestLines.h"
 #include "Text/WordMerge.h"
 
 #include <opencv2/imgproc.hpp>
@@ -211,7 +212,7 @@ std::vector<Field> CardReader::printOf(const SentPicture& sent, Engine& engine, 
     }
 
     mDebug.keep("words", reading.words);
-    const auto lines = arrange(std::move(reading.words));
+    const auto lines = surestLines(arrange(std::move(reading.words)));
     mDebug.keep("lines", lines);
     auto fields = decideFields(lines, language.code);
     mDebug.keep("fields", fields);
