@@ -197,9 +197,11 @@ std::vector<Field> CardReader::printOf(const SentPicture& sent, Engine& engine, 
     }
     mDebug.keep("card", sheet.card.picture);
     mDebug.keep("even", sheet.even);
-    const bool vertical = readVertically(reading, sheet.even, language, deadline);
+    const bool noCard = isNoCard(reading.words);
+    const bool vertical = !noCard && readVertically(reading, sheet.even, language, deadline);
     orient = vertical ? 0 : reading.orient;
     clock.done("read");
+    if (noCard) return {};
     if (!vertical) {
         const cv::Mat upright = turned(sheet.grey, orient);
         Engine* second = language.models == kEnglish ? &engine : engineFor({"en", kEnglish, false});

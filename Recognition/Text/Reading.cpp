@@ -4,6 +4,7 @@
 
 #include <opencv2/imgproc.hpp>
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -12,15 +13,24 @@ namespace {
 
 constexpr int kPlainEnough = 24;  // letters; text that lies on its side or its head gives fewer by chance
 constexpr float kShareEnough = 0.5F;
+constexpr float kSure = 60;
+constexpr std::size_t kMostOnACard = 200;  // words; pages of books have 400, cards that were measured at most 45
+
+std::size_t sureWords(const std::vector<Word>& words) {
+    return static_cast<std::size_t>(
+        std::count_if(words.begin(), words.end(), [](const Word& word) { return word.confidence >= kSure; }));
+}
 
 }  // namespace
 
 bool isPlain(const std::vector<Word>& words) {
-    std::size_t sure = 0;
-    for (const auto& word : words)
-        sure += word.confidence >= 60 ? 1U : 0U;
     return plainLetters(words) >= kPlainEnough &&
-           static_cast<float>(sure) >= kShareEnough * static_cast<float>(words.size());
+           static_cast<float>(sureWords(words)) >= kShareEnough * static_cast<float>(words.size());
+}
+
+bool isNoCard(const std::vector<Word>& words) {
+    if (words.size() <= kMostOnACard) return false;
+    return sureWords(words) > kMostOnACard || plainLetters(words) < kPlainEnough;
 }
 
 std::vector<Word> laidLevel(std::vector<Word> words, int width) {
@@ -50,7 +60,7 @@ cv::Mat turned(const cv::Mat& picture, int degrees) {
 
 Reading readUpright(Engine& engine, const cv::Mat& grey, Deadline deadline) {
     Reading best{0, engine.read(grey, PageMode::Sparse, deadline)};
-    if (isPlain(best.words)) return best;
+    if (isPlain(best.words) || isNoCard(best.words)) return best;
     for (const int degrees : std::array<int, 3>{90, 270, 180}) {
         if (deadline.passed()) break;
         Reading reading{degrees, engine.read(turned(grey, degrees), PageMode::Sparse, deadline)};

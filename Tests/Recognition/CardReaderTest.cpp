@@ -1,9 +1,13 @@
 #include "CardReader.h"
+#include "Picture/CardOutline.h"
 #include "Recognition/DrawnCard.h"
 #include "Recognition/DrawnCode.h"
 #include "Text/Reading.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
 
 namespace qv::recognition {
 namespace {
@@ -60,7 +64,7 @@ TEST_F(CardReaderTest, SaysPlacesInThePictureAsSent) {
 }
 
 TEST_F(CardReaderTest, ReadsLightTypeOnADarkCard) {
-    EXPECT_TRUE(hasItem(read(255 - drawnCard(kLines)), "email", "jane.miller@acmetools.com"));
+    EXPECT_TRUE(hasItem(read(cv::Scalar::all(255) - drawnCard(kLines)), "email", "jane.miller@acmetools.com"));
 }
 
 TEST_F(CardReaderTest, ReadsATiltedCardOnADesk) {
@@ -72,6 +76,31 @@ TEST_F(CardReaderTest, ReadsATiltedCardOnADesk) {
     const auto recognition = read(desk);
     EXPECT_TRUE(hasItem(recognition, "email", "jane.miller@acmetools.com")) << recognition.xml;
     EXPECT_TRUE(hasItem(recognition, "name", "Jane Miller")) << recognition.xml;
+}
+
+/// A desk with a card on it whose right half is as dark as the desk: only the left half has an outline.
+cv::Mat halfDarkCard(const std::string& onTheLightHalf) {
+    const cv::Mat sheet = drawnCard(kLines);
+    cv::Mat desk(900, 1500, CV_8UC3, cv::Scalar::all(50));
+    cv::Mat light = desk(cv::Rect(60, 160, 360, 580));
+    light.setTo(cv::Scalar::all(245));
+    cv::putText(light, onTheLightHalf, {60, 300}, cv::FONT_HERSHEY_SIMPLEX, 2.0, cv::Scalar::all(0), 4, cv::LINE_AA);
+    cv::Mat lightType;
+    cv::bitwise_not(sheet(cv::Rect(40, 0, 960, 500)), lightType);
+    cv::Mat dark = desk(cv::Rect(480, 200, 960, 500));
+    cv::max(dark, lightType, dark);
+    return desk;
+}
+
+TEST_F(CardReaderTest, ReadsTheWholePictureWhenWhatWasCutOutSaysLittle) {
+    const cv::Mat desk = halfDarkCard("ACME");
+    const auto outline = findOutline(desk);
+    ASSERT_TRUE(outline);
+    ASSERT_LT((*outline)[1].x, 500) << "the card's light half";
+    const auto recognition = read(desk);
+    EXPECT_TRUE(hasItem(recognition, "name", "Jane Miller")) << recognition.xml;
+    EXPECT_TRUE(hasItem(recognition, "email", "jane.miller@acmetools.com")) << recognition.xml;
+    EXPECT_TRUE(holds(recognition, "orient=\"0\""));
 }
 
 TEST_F(CardReaderTest, BelievesACodeMoreThanThePrint) {
@@ -89,6 +118,66 @@ TEST_F(CardReaderTest, ReadsACardWithNothingButACode) {
     cv::Mat card(600, 1000, CV_8UC3, cv::Scalar::all(255));
     drawCode(card, {380, 180, 240, 240}, "BEGIN:VCARD\nFN:Jane Doe\nEND:VCARD");
     EXPECT_TRUE(hasItem(read(card), "name", "Jane Doe"));
+}
+
+TEST_F(CardReaderTest, TakesNoMoreLinesThanACardHas) {
+    cv::Mat page(2000, 1500, CV_8UC3, cv::Scalar::all(255));
+    for (int i = 0; i < 40; ++i) {
+        for (const int column : {0, 1}) {
+            const std::string number = "312-555-" + std::to_string(1000 + 97 * i + 11 * column);
+            cv::putText(page, number, {100 + 800 * column, 60 + 48 * i}, cv::FONT_HERSHEY_SIMPLEX, 1.1,
+                        cv::Scalar::all(0), 2, cv::LINE_AA);
+        }
+    }
+    const auto recognition = read(page);
+    EXPECT_GT(recognition.fields, 30);
+    EXPECT_LE(recognition.fields, 60);
+}
+
+/// A page of prose, small and closely printed.
+cv::Mat bookPage() {
+    const std::vector<std::string> words = {"the",    "river",   "went",  "down",  "behind", "old",   "walls",  "and",
+                                            "nobody", "knew",    "where", "their", "way",    "would", "lead",   "when",
+                                            "at",     "evening", "all",   "lamps", "burned", "in",    "windows"};
+    cv::Mat page(1400, 1000, CV_8UC3, cv::Scalar(225, 235, 240));
+    std::size_t next = 0;
+    for (int y = 80; y < 1340; y += 32) {
+        std::string line;
+        for (; line.size() < 58; ++next)
+            line += words[(next * 7 + next / 5) % words.size()] + ' ';
+        cv::putText(page, line, {70, y}, cv::FONT_HERSHEY_SIMPLEX, 0.75, cv::Scalar::all(30), 2, cv::LINE_AA);
+    }
+    return page;
+}
+
+TEST_F(CardReaderTest, FindsNothingInAPageOfABook) {
+    for (const int turn : {0, 90}) {
+        const auto recognition = read(turned(bookPage(), turn));
+        EXPECT_EQ(recognition.fields, 0) << turn << recognition.xml;
+        const auto passes =
+            std::count_if(recognition.stages.begin(), recognition.stages.end(), [](const StageTime& stage) {
+                return std::string(stage.stage) == "again" || std::string(stage.stage) == "page";
+            });
+        EXPECT_EQ(passes, 0) << "one reading tells that it is no card";
+    }
+}
+
+// Short strokes that lie along each other, as hair does.
+TEST_F(CardReaderTest, FindsNothingInFur) {
+    cv::Mat fur(768, 1024, CV_8UC3, cv::Scalar(90, 120, 150));
+    cv::RNG random(11);
+    for (int i = 0; i < 9000; ++i) {
+        const cv::Point root(random.uniform(0, fur.cols), random.uniform(0, fur.rows));
+        const double lie = 1.2 + 0.6 * std::sin(root.x / 130.0) + random.gaussian(0.25);
+        const int length = random.uniform(12, 40);
+        const cv::Point tip(root.x + static_cast<int>(length * std::cos(lie)),
+                            root.y + static_cast<int>(length * std::sin(lie)));
+        const double shade = random.uniform(0.3, 1.5);
+        cv::line(fur, root, tip, cv::Scalar(80, 110, 140) * shade, 1, cv::LINE_AA);
+    }
+    const auto recognition = read(fur);
+    EXPECT_TRUE(recognition.isPicture);
+    EXPECT_EQ(recognition.fields, 0) << recognition.xml;
 }
 
 TEST_F(CardReaderTest, FindsNothingInATexture) {

@@ -20,6 +20,20 @@ TEST(ReadingTest, KnowsPlainText) {
     EXPECT_FALSE(isPlain({}));
 }
 
+TEST(ReadingTest, KnowsWhatIsNoCard) {
+    const Word plain{"abcdefgh", {0, 0, 9, 9}, 95, {}};
+    const Word scrap{"/", {0, 0, 9, 9}, 30, {}};
+    const auto crowd = [](std::size_t count, const Word& word) { return std::vector<Word>(count, word); };
+    EXPECT_TRUE(isNoCard(crowd(201, plain))) << "a page";
+    EXPECT_FALSE(isNoCard(crowd(200, plain)));
+    EXPECT_TRUE(isNoCard(crowd(201, scrap))) << "a texture";
+    EXPECT_FALSE(isNoCard(crowd(200, scrap)));
+    EXPECT_FALSE(isNoCard({}));
+    auto cardOnTexture = crowd(400, scrap);
+    cardOnTexture.insert(cardOnTexture.end(), 10, plain);
+    EXPECT_FALSE(isNoCard(cardOnTexture));
+}
+
 TEST(ReadingTest, Turns) {
     const cv::Mat picture = (cv::Mat_<unsigned char>(1, 2) << 1, 2);
     EXPECT_EQ(turned(picture, 90).at<unsigned char>(0, 0), 1);
