@@ -157,8 +157,11 @@ std::string snappedToName(const std::string& email, const std::string& name) {
     const std::string local = folded(email.substr(0, at));
     const std::string& first = words.front();
     const std::string& last = words.back();
-    for (const auto& made : {first + '.' + last, first.substr(0, 1) + last, first.substr(0, 1) + '.' + last,
-                             first + last, last + '.' + first, last, first}) {
+    const std::string initial = first.substr(0, 1);
+    const std::string dotLast = "." + last;
+    const std::string dotFirst = "." + first;
+    for (const auto& made :
+         {first + dotLast, initial + last, initial + dotLast, first + last, last + dotFirst, last, first}) {
         if (local == made) return email;
         if (made.size() >= 4 && printAlike(local, made)) return made + email.substr(at);
     }
