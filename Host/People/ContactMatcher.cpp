@@ -1,5 +1,7 @@
 #include "People/ContactMatcher.h"
 
+#include "People/OnePerson.h"
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -38,7 +40,9 @@ ContactMatch ContactMatcher::match(const Person& person) {
 }
 
 ContactMatch ContactMatcher::matchByEmail(const Person& person) {
-    const Profiles records = profilesWithAddressOf(person);
+    Profiles others;
+    const Profiles records = profilesWithAddressOf(person, others);
+    if (records.empty() && !others.empty()) mRemarks.push_back(sharedAddress(others));
     if (records.empty()) return notFound(ContactMatch::Outcome::Nobody);
     if (records.size() == 1) return found(ContactMatch::Outcome::ByEmail, records.front());
     const Profiles namesakes = namesakesAmong(records, person);
@@ -67,16 +71,23 @@ ContactMatch ContactMatcher::matchByName(const Person& person) {
     return notFound(ContactMatch::Outcome::Nobody);
 }
 
-Profiles ContactMatcher::profilesWithAddressOf(const Person& person) {
+Profiles ContactMatcher::profilesWithAddressOf(const Person& person, Profiles& others) {
     Profiles records;
     for (const std::string& email : person.emails) {
         std::optional<qv::Error> error;
         for (auto& record : mPlace.book->profilesWithEmailAddress(email, &error)) {
-            if (record && !holdsRecord(records, *record)) records.push_back(std::move(record));
+            if (!record) continue;
+            Profiles& list = canBeOnePerson(person, Person::of(*record), email) ? records : others;
+            if (!holdsRecord(list, *record)) list.push_back(std::move(record));
         }
         note(error);
     }
     return records;
+}
+
+std::string ContactMatcher::sharedAddress(const Profiles& others) const {
+    return names(others) + " in " + mPlace.name + (others.size() == 1 ? " has" : " have") +
+           " an e-mail address of the card, but another name: they are not merged.";
 }
 
 ContactMatch ContactMatcher::found(ContactMatch::Outcome outcome, std::shared_ptr<QVSocialProfile> record) {

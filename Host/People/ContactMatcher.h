@@ -25,9 +25,10 @@ struct ContactMatch {
     std::vector<std::string> remarks;
 };
 
-/// Finds a person among the contacts of an address book: by any of the e-mail addresses; only a person without one by
-/// name, if one contact has exactly that name and the company agrees. Of several contacts that share an address the one
-/// with the person's name counts. Namesakes are never taken for one another in silence.
+/// Finds a person among the contacts of an address book: by any of the e-mail addresses, unless the names say that
+/// those are two people who share it (see `canBeOnePerson`); only a person without one by name, if one contact has
+/// exactly that name and the company agrees. Of several contacts that share an address the one with the person's name
+/// counts. Namesakes are never taken for one another in silence.
 class ContactMatcher {
   public:
     explicit ContactMatcher(const AddressBookPlace& place) : mPlace(place) {}
@@ -37,7 +38,9 @@ class ContactMatcher {
   private:
     ContactMatch matchByEmail(const Person& person);
     ContactMatch matchByName(const Person& person);
-    QVAddressBook::Profiles profilesWithAddressOf(const Person& person);
+    /// Those who can be the person; `others` gets those who share an address and are somebody else.
+    QVAddressBook::Profiles profilesWithAddressOf(const Person& person, QVAddressBook::Profiles& others);
+    std::string sharedAddress(const QVAddressBook::Profiles& others) const;
     ContactMatch found(ContactMatch::Outcome outcome, std::shared_ptr<QVSocialProfile> record);
     ContactMatch notFound(ContactMatch::Outcome outcome);
     void note(const std::optional<qv::Error>& error);

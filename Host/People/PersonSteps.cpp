@@ -1,5 +1,6 @@
 #include "People/PersonSteps.h"
 
+#include "People/PersonsAddressBook.h"
 #include "QVCardScan/QVBizCardManager.h"
 #include "Support/Progress.h"
 
@@ -57,7 +58,14 @@ PersonOutcome PersonSteps::run(const ScanOutcome& scan, const std::shared_ptr<Kn
 
 void PersonSteps::search(const ScanOutcome& scan, PersonOutcome& outcome) {
     const Progress progress(mShowsProgress ? "Looking the person up …" : "");
+    const auto controller = QVAddressBookController::sharedController();
+    const auto addressBook = controller->addressBook();
+    if (addressBook) {
+        const Person person = Person::of(*scan.response->contact());
+        controller->setAddressBook(std::make_shared<PersonsAddressBook>(addressBook, person));
+    }
     outcome.search = mLookup->run(scan.response);
+    controller->setAddressBook(addressBook);
 }
 
 void PersonSteps::save(const ScanOutcome& scan, const QVString& newUID, PersonOutcome& outcome) {

@@ -106,6 +106,24 @@ TEST_F(ScanPerson, TheContactThatIsFoundCompletesTableFilesAndNote) {
     EXPECT_EQ(contacts().size(), 1U) << "nothing is saved that nobody asked for";
 }
 
+TEST_F(ScanPerson, AColleagueWithTheSameAddressStaysSomebodyElse) {
+    recognise(recognitionOfAda("office@example.com"));
+    addContact("bo", "FN:Bo Sample\r\nN:Sample;Bo;;;\r\nTITLE:Director\r\nEMAIL:office@example.com\r\n");
+    const std::string before = readFile(mFolder / "book/bo.vcf");
+    const auto result = scanInto({"--search", "--save", "--contacts", book()});
+    EXPECT_EQ(result.status, 0) << result.error;
+    EXPECT_THAT(result.output, AllOf(HasSubstr("Name     Ada Example  "), HasSubstr("Search: nobody was found\n"),
+                                     HasSubstr("Contact: created in "), Not(HasSubstr("Director"))));
+    EXPECT_THAT(result.output + result.error,
+                HasSubstr("has an e-mail address of the card, but another name: they are not merged."));
+    EXPECT_EQ(contacts().size(), 2U);
+    EXPECT_EQ(readFile(mFolder / "book/bo.vcf"), before);
+    const auto again = scanInto({"--search", "--save"});
+    EXPECT_THAT(again.output, AllOf(HasSubstr("Search: found \"Ada Example\" in the address book"),
+                                    HasSubstr("Contact: updated \"Ada Example\"")));
+    EXPECT_EQ(contacts().size(), 2U);
+}
+
 TEST_F(ScanPerson, JSONTellsWhatCameOfIt) {
     recognise(recognitionOfAda());
     addContact("ada", "FN:Ada Lovelace\r\nN:Lovelace;Ada;;;\r\nEMAIL:ada@example.com\r\n");
