@@ -14,9 +14,9 @@
 namespace {
 
 /// A 4.0 phone number may be a URI.
-std::string phoneNumberOf(const QVVCardProperty& property) {
-    const std::string text = trimmed(property.text());
-    return text.starts_with("tel:") ? text.substr(4) : text;
+std::string phoneNumberOf(const std::string& text) {
+    std::string number = trimmed(text);
+    return number.starts_with("tel:") ? number.substr(4) : number;
 }
 
 QVEmailSet emailsOf(const QVVCard& card) {
@@ -34,7 +34,7 @@ QVPhoneNumberSet phonesOf(const QVVCard& card) {
     const CardLabels labels(card);
     for (const QVVCardProperty* property : card.propertiesNamed("TEL")) {
         const QVString label = labels.labelOfProperty(*property);
-        auto phone = QVPhoneNumber::phoneNumberWithNumber(phoneNumberOf(*property), label);
+        auto phone = QVPhoneNumber::phoneNumberWithNumber(phoneNumberOf(property->text()), label);
         if (phone) phones->insert(std::move(phone));
     }
     return phones;
@@ -67,6 +67,8 @@ void writePhones(QVVCard& card, const QVSocialProfile& profile) {
     all.mergeWithPhoneNumberSet(setOf(profile.phoneNumbers()));
     for (std::size_t i = known; i < all.phoneNumbers().size(); ++i) {
         const QVPhoneNumber& phone = *all.phoneNumbers()[i];
+        // What could not be read back would be written again with every save.
+        if (isBlank(phoneNumberOf(phone.number()))) continue;
         addPropertyWithLabel(card, QVVCardProperty::withTexts(card.version(), "TEL", {trimmed(phone.number())}),
                              phone.type());
     }

@@ -204,7 +204,8 @@ TEST(QVVCardProfileTest, KnownEntriesAreNotAddedAgain) {
 }
 
 TEST(QVVCardProfileTest, NumbersWithAndWithoutTheirSchemeAreTheSame) {
-    for (const std::string number : {"tel:110", "tel: 5", "tel:tel:none", "tel:+1 202 555 0142"}) {
+    for (const std::string number :
+         {"tel:110", "tel: 5", "tel:", " tel: ", "tel:tel:", "tel:tel:none", "tel:+1 202 555 0142"}) {
         QVVCard card = QVVCard::emptyCard();
         QVSocialProfile profile;
         addPhone(profile, "Mobile", number);
