@@ -70,9 +70,7 @@ void writePage(QVVCard& card, const std::string& network, const QVString& link) 
     if (page == nullptr) {
         card.addProperty(socialProfile(card, qv::Text::lowercased(network), trimmed(*link)));
     } else if (escapedURI(linkOf(*page)) != escaped) {
-        QVVCardProperty changed = *page;
-        changed.value = escaped;
-        card.replaceProperty(page, std::move(changed));
+        card.replaceProperty(page, page->withPlainValue(escaped));
     }
 }
 

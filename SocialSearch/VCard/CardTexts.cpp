@@ -59,14 +59,13 @@ QVString nameOf(const QVVCard& card) {
 void writeText(QVVCard& card, const std::string& name, const QVString& text) {
     if (isBlank(text)) return;
     const bool hasText = textNamed(card, name).has_value();
+    QVVCardProperty written = QVVCardProperty::withTexts(card.version(), name, {trimmed(*text)});
     for (const QVVCardProperty* property : card.propertiesNamed(name)) {
         if (hasText && isBlank(property->text())) continue;
         if (trimmed(property->text()) == trimmed(*text)) return;
-        QVVCardProperty changed = *property;
-        changed.value = QVVCardProperty::withTexts(card.version(), name, {trimmed(*text)}).value;
-        return card.replaceProperty(property, std::move(changed));
+        return card.replaceProperty(property, property->withPlainValue(written.value));
     }
-    card.addProperty(QVVCardProperty::withTexts(card.version(), name, {trimmed(*text)}));
+    card.addProperty(std::move(written));
 }
 
 void writeCompany(QVVCard& card, const QVString& company) {
@@ -74,9 +73,7 @@ void writeCompany(QVVCard& card, const QVString& company) {
     const QVVCardProperty* property = card.propertyNamed("ORG");
     if (property == nullptr)
         return card.addProperty(QVVCardProperty::withTexts(card.version(), "ORG", {trimmed(*company)}));
-    QVVCardProperty changed = *property;
-    changed.value = property->valueWithFirstComponent(trimmed(*company));
-    card.replaceProperty(property, std::move(changed));
+    card.replaceProperty(property, property->withPlainValue(property->valueWithFirstComponent(trimmed(*company))));
 }
 
 void writeName(QVVCard& card, const QVSocialProfile& profile) {
@@ -87,7 +84,5 @@ void writeName(QVVCard& card, const QVSocialProfile& profile) {
     const QVVCardProperty* old = card.propertyNamed("N");
     if (old == nullptr) return card.addProperty(nameProperty(card, isOther ? *profile.formattedName() : displayName));
     if (!isOther) return;
-    QVVCardProperty changed = *old;
-    changed.value = nameProperty(card, *profile.formattedName()).value;
-    card.replaceProperty(old, std::move(changed));
+    card.replaceProperty(old, old->withPlainValue(nameProperty(card, *profile.formattedName()).value));
 }

@@ -24,6 +24,16 @@ bool isGroup(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return isNameCharacter(c) || c == '.'; });
 }
 
+/// "ENCODING=b", "ENCODING=BASE64", and 2.1's word that stands alone.
+bool saysBase64(const QVVCardParameter& parameter) {
+    const std::string name = capitals(parameter.name);
+    return std::any_of(parameter.values.begin(), parameter.values.end(), [&](const std::string& value) {
+        const std::string word = capitals(value);
+        if (name == "ENCODING") return word == "B" || word == "BASE64";
+        return (name.empty() || name == "TYPE") && word == "BASE64";
+    });
+}
+
 }  // namespace
 
 QVVCardProperty QVVCardProperty::withTexts(QVVCardVersion version, std::string name,
@@ -108,8 +118,7 @@ bool QVVCardProperty::isQuotedPrintable() const {
 }
 
 bool QVVCardProperty::isBase64() const {
-    const std::string encoding = capitals(parameter("ENCODING").value_or(""));
-    return encoding == "B" || encoding == "BASE64" || hasType("BASE64");
+    return std::any_of(parameters.begin(), parameters.end(), saysBase64);
 }
 
 std::string QVVCardProperty::text() const {
@@ -126,6 +135,13 @@ std::vector<std::string> QVVCardProperty::components() const {
 std::string QVVCardProperty::valueWithFirstComponent(std::string_view text) const {
     const std::size_t first = splitAtUnescaped(value, ';').front().size();
     return escapedText(version, text) + value.substr(first);
+}
+
+QVVCardProperty QVVCardProperty::withPlainValue(std::string plainValue) const {
+    QVVCardProperty plain = *this;
+    plain.value = std::move(plainValue);
+    std::erase_if(plain.parameters, saysBase64);
+    return plain;
 }
 
 std::optional<qv::Data> QVVCardProperty::bytes() const {

@@ -66,6 +66,8 @@ struct QV_EXPORT QVVCardProperty {
     std::vector<std::string> components() const;
     /// The escaped value with the first component replaced and the others as they are.
     std::string valueWithFirstComponent(std::string_view text) const;
+    /// The same property with another value that is no base64, whatever the old one was: what says so goes.
+    QVVCardProperty withPlainValue(std::string plainValue) const;
 
     /// The bytes of a base64 value; nothing when it is none.
     std::optional<qv::Data> bytes() const;

@@ -50,12 +50,13 @@ bool VCardReader::read() {
     return checkWhole();
 }
 
-/// How lines continue depends on the version, which may stand anywhere in them, but always at a line's beginning.
+/// How lines are folded depends on the version, which may stand in any of them, but always at a line's beginning; a
+/// line that a quoted-printable value goes on in may begin with anything.
 bool VCardReader::findVersion() {
+    findLineEnd();
     while (mPosition < mBytes.size()) {
-        const std::string_view line = physicalLine();
-        if (mLineEnd.empty() && line.ends_with('\n')) mLineEnd = line.ends_with("\r\n") ? "\r\n" : "\n";
-        const std::string text = capitals(withoutLineEnd(line).substr(0, 16));
+        const bool isFold = beginsWithBlank(mBytes.substr(mPosition));
+        const std::string text = capitals((isFold ? std::string(physicalLine()) : unfoldedLine()).substr(0, 16));
         if (!text.starts_with("VERSION:")) continue;
         const std::string number = text.substr(8, text.find_last_not_of(" \t") - 7);
         if (number != "2.1" && number != "3.0" && number != "4.0") return fail("its version is not known");
@@ -64,6 +65,11 @@ bool VCardReader::findVersion() {
         return true;
     }
     return fail("it is not a card with a version");
+}
+
+void VCardReader::findLineEnd() {
+    const std::size_t end = mBytes.find('\n');
+    if (end != std::string_view::npos) mLineEnd = end > 0 && mBytes[end - 1] == '\r' ? "\r\n" : "\n";
 }
 
 /// To the next line's beginning.
@@ -83,19 +89,26 @@ void VCardReader::appendFolds(std::string& text) {
     }
 }
 
+/// A line that quoted-printable goes on in may be empty, or end in another "=": only its own end counts.
 void VCardReader::appendSoftBreaks(std::string& text) {
-    while (text.ends_with('=') && mPosition < mBytes.size()) {
+    for (std::string_view line = text; line.ends_with('=') && mPosition < mBytes.size();) {
         text.pop_back();
-        text += withoutLineEnd(physicalLine());
+        line = withoutLineEnd(physicalLine());
+        text += line;
     }
 }
 
-std::string VCardReader::logicalLine() {
+std::string VCardReader::unfoldedLine() {
     std::string text(withoutLineEnd(physicalLine()));
     const std::string head = capitals(text.substr(0, text.find(':')));
     if (head.find("QUOTED-PRINTABLE") != std::string::npos && text.find(':') != std::string::npos) {
         appendSoftBreaks(text);
     }
+    return text;
+}
+
+std::string VCardReader::logicalLine() {
+    std::string text = unfoldedLine();
     appendFolds(text);
     return text;
 }

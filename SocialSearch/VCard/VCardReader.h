@@ -23,11 +23,13 @@ class VCardReader {
   private:
     bool fail(std::string problem);
     bool findVersion();
+    void findLineEnd();
     bool readLine();
     bool addLine(std::size_t begin, const std::string& text);
     bool addFrame(VCardLine line, bool isBegin);
     bool checkWhole();
     std::string_view physicalLine();
+    std::string unfoldedLine();
     std::string logicalLine();
     void appendFolds(std::string& text);
     void appendSoftBreaks(std::string& text);

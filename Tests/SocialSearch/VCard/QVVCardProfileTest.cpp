@@ -187,6 +187,35 @@ TEST(QVVCardProfileTest, DepartmentsStay) {
     EXPECT_THAT(card.bytes(), HasSubstr("ORG:New;R\\;D;Lab\r\n"));
 }
 
+/// What is written over a text in base64 would be taken for base64 itself, and would break the lines of an old card.
+TEST(QVVCardProfileTest, TextsInBase64AreReplacedByPlainOnes) {
+    for (const std::string version : {"2.1", "3.0"}) {
+        const std::string lines = "N;ENCODING=b:QQ==\r\nFN;ENCODING=b:QQ==\r\nTITLE;ENCODING=b:QQ==\r\n";
+        QVVCard card = readCard(cardWithLines(version, lines + "ORG;ENCODING=b:QQ==\r\n"));
+        QVSocialProfile profile;
+        profile.setFormattedName("Ada Example");
+        profile.setJobTitle("Countess\nof Lovelace");
+        profile.setCompany("Example");
+        qv::updateCard(card, profile, "u");
+        const auto read = qv::profileOfCard(readCard(card.bytes()), "u");
+        EXPECT_EQ(read->formattedName(), "Ada Example");
+        EXPECT_EQ(read->jobTitle(), "Countess\nof Lovelace");
+        EXPECT_EQ(read->company(), "Example");
+        EXPECT_EQ(card.bytes().find("ENCODING=b"), std::string::npos);
+    }
+}
+
+/// Where a long text is broken, a line may begin like the one that tells the version.
+TEST(QVVCardProfileTest, CardsStayReadableWhateverALineBeginsWith) {
+    for (std::size_t length = 1; length < 80; ++length) {
+        QVVCard card = readCard(cardWithLines("2.1", ""));
+        QVSocialProfile profile;
+        profile.setJobTitle(std::string(length, 'x') + "\nVERSION:9.9\n" + std::string(80, 'y'));
+        qv::updateCard(card, profile, "u");
+        EXPECT_EQ(qv::profileOfCard(readCard(card.bytes()), "u")->jobTitle(), profile.jobTitle());
+    }
+}
+
 TEST(QVVCardProfileTest, KnownEntriesAreNotAddedAgain) {
     const std::string bytes = cardWithLines(
         "3.0",

@@ -315,4 +315,33 @@ TEST(QVVCardTest, ReplacesEncodedValuesWithoutTheOldEncoding) {
     EXPECT_EQ(card.bytes(), cardWithLines("2.1", "FN:Muller\r\n"));
 }
 
+TEST(QVVCardTest, PlainValuesAreNotCalledBase64) {
+    const std::vector<std::string> heads{"X;ENCODING=b;LANGUAGE=en", "X;encoding=BASE64;LANGUAGE=en",
+                                         "X;LANGUAGE=en;TYPE=base64", "X;BASE64;LANGUAGE=en"};
+    for (const std::string& head : heads) {
+        const std::string version = head.find(";BASE64") == std::string::npos ? "3.0" : "2.1";
+        QVVCard card = readCard(cardWithLines(version, head + ":aGVsbG8=\r\n"));
+        const QVVCardProperty* old = card.propertyNamed("X");
+        EXPECT_TRUE(old->isBase64()) << head;
+        card.replaceProperty(old, old->withPlainValue("hello"));
+        EXPECT_EQ(card.bytes(), cardWithLines(version, "X;LANGUAGE=en:hello\r\n")) << head;
+    }
+}
+
+TEST(QVVCardTest, FindsTheVersionBehindAValueThatLooksLikeOne) {
+    const std::string lines = "NOTE;ENCODING=QUOTED-PRINTABLE:a=\r\nVERSION:9.9=\r\nVERSION:9.8\r\n";
+    const std::string bytes = "BEGIN:VCARD\r\n" + lines + "VERSION:2.1\r\nEND:VCARD\r\n";
+    EXPECT_EQ(readCard(bytes).version(), QVVCardVersion::V21);
+    EXPECT_EQ(readCard(bytes).propertyNamed("NOTE")->text(), "aVERSION:9.9VERSION:9.8");
+    // A fold has no soft line break at its end, whatever it holds.
+    const std::string fold = "BEGIN:VCARD\r\nX:a\r\n Y;QUOTED-PRINTABLE:b=\r\nVERSION:3.0\r\nEND:VCARD\r\n";
+    EXPECT_EQ(readCard(fold).version(), QVVCardVersion::V30);
+}
+
+TEST(QVVCardTest, AnEmptyLineEndsASoftLineBreak) {
+    const QVVCard card = readCard(cardWithLines("2.1", "FN;QUOTED-PRINTABLE:a==\r\n\r\nTITLE:b\r\n"));
+    EXPECT_EQ(card.propertyNamed("FN")->value, "a=");
+    ASSERT_NE(card.propertyNamed("TITLE"), nullptr);
+}
+
 }  // namespace
