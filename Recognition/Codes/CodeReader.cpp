@@ -7,6 +7,7 @@
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
+#include <exception>
 
 namespace qv::recognition {
 namespace {
@@ -38,12 +39,19 @@ Code codeOf(const ZXing::Result& result) {
     return code;
 }
 
-std::vector<Code> codesIn(const cv::Mat& grey) {
+/// A code of a kind that nobody has defined makes the library throw: it is no code, and the card's print is read.
+ZXing::Results resultsIn(const cv::Mat& grey) try {
     ZXing::DecodeHints hints;
     hints.setFormats(ZXing::BarcodeFormat::QRCode).setMaxNumberOfSymbols(kMostCodes);
     const ZXing::ImageView view(grey.data, grey.cols, grey.rows, ZXing::ImageFormat::Lum, static_cast<int>(grey.step));
+    return ZXing::ReadBarcodes(view, hints);
+} catch (const std::exception&) {
+    return {};
+}
+
+std::vector<Code> codesIn(const cv::Mat& grey) {
     std::vector<Code> codes;
-    for (const auto& result : ZXing::ReadBarcodes(view, hints)) {
+    for (const auto& result : resultsIn(grey)) {
         Code code = codeOf(result);
         if (!code.text.empty() && codes.size() < kMostCodes) codes.push_back(std::move(code));
     }

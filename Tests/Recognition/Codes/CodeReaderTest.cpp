@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string_view>
+
 namespace qv::recognition {
 namespace {
 
@@ -15,6 +17,31 @@ cv::Mat cardWithCode(const std::string& text) {
     drawCode(card, kPlace, text);
     return card;
 }
+
+/// A whole code whose first segment is of kind 10, which no standard defines.
+constexpr std::string_view kUndefined = R"(
+#######.##..#.#######
+#.....#....#..#.....#
+#.###.#.#.#...#.###.#
+#.###.#.##..#.#.###.#
+#.###.#.#..#..#.###.#
+#.....#...#...#.....#
+#######.#.#.#.#######
+...........#.........
+####..#.#.#..#..###.#
+##..#..#....#..#..#..
+.#...##...##..#..#..#
+..#.##..#.#..#..#..#.
+.##...#.#...#..#..#..
+........#..#..#..#..#
+#######..##..#..#..#.
+#.....#..##.#..#..#..
+#.###.#....#..#..#..#
+#.###.#.###..#..#..#.
+#.###.#.#...#..#..#..
+#.....#.##.#..#..#...
+#######.###..#..#..##
+)";
 
 TEST(CodeReaderTest, FindsACodeInEveryTurn) {
     for (const int turn : {0, 90, 180, 270}) {
@@ -49,6 +76,17 @@ TEST(CodeReaderTest, FindsNoneWhereNoneIs) {
     cv::Mat noise(600, 1000, CV_8U);
     cv::RNG(3).fill(noise, cv::RNG::UNIFORM, 0, 256);
     EXPECT_TRUE(readCodes(noise).empty());
+}
+
+TEST(CodeReaderTest, ReadsNothingFromACodeOfAnUndefinedKind) {
+    cv::Mat modules(21, 21, CV_8U);
+    for (int i = 0; i < 21 * 21; ++i) {
+        const auto place = static_cast<std::size_t>(1 + i / 21 * 22 + i % 21);  // behind each row is a line end
+        modules.at<unsigned char>(i / 21, i % 21) = kUndefined.at(place) == '#' ? 0 : 255;
+    }
+    cv::Mat card(600, 1000, CV_8U, cv::Scalar(255));
+    cv::resize(modules, card({100, 100, 210, 210}), {210, 210}, 0, 0, cv::INTER_NEAREST);
+    EXPECT_TRUE(readCodes(card).empty());
 }
 
 TEST(CodeReaderTest, PaintsCodesOver) {
