@@ -113,6 +113,8 @@ std::optional<Error> HTTPTransfer::perform() {
     }
     const CURLcode code = session.perform();
     mStatus = session.status();
+    // libcurl takes some first lines without a number for an answer.
+    if (code == CURLE_OK && mStatus == 0) return makeHTTPError(CURLE_WEIRD_SERVER_REPLY, "The answer has no status");
     if (code == CURLE_OK) return std::nullopt;
     return describe(code, detail.data());
 }

@@ -127,6 +127,14 @@ TEST_F(HTTPClientTest, TakesAnyStatusForASuccess) {
     }
 }
 
+TEST_F(HTTPClientTest, TakesNoAnswerWithoutAStatusForASuccess) {
+    mServer.respondAndClose("HTTP/200 .10\r\n\r\nbody");
+    const auto response = send(requestTo(mServer.url()));
+    EXPECT_NE(errorCodeOf(response), 0);
+    EXPECT_EQ(response.status, 0);
+    EXPECT_EQ(bodyOf(response), "(absent)");
+}
+
 TEST_F(HTTPClientTest, HasNoBodyWhenNoByteArrived) {
     mServer.respond(ScriptedServer::answer(200, ""));
     const auto response = send(requestTo(mServer.url()));
