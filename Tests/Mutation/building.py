@@ -1,5 +1,6 @@
 """A copy of the sources, a quick build of it, and workers that build and test single mutants beside it."""
 
+import ctypes
 import json
 import os
 import re
@@ -21,6 +22,7 @@ PRECOMPILED = ("algorithm any array atomic chrono cmath cstdint exception filesy
 PRECOMPILED_IN_TESTS = PRECOMPILED + ["fstream", "iostream", "sstream", "gmock/gmock.h", "gtest/gtest.h"]
 
 
+SUITE_TIME = re.compile(r"^\[-+\] \d+ tests? from (?:\w+/)?(\w+)(?:/\d+)? \((\d+) ms total\)", re.MULTILINE)
 TEST = re.compile(r"^TEST(?:_F|_P)?\((\w+),", re.MULTILINE)
 
 
@@ -76,6 +78,7 @@ def run(command, folder, limits, environment=None):
         processor = int(limits.processor_seconds) + 1
         resource.setrlimit(resource.RLIMIT_CPU, (processor, processor + 1))
         resource.setrlimit(resource.RLIMIT_FSIZE, (1 << 28, 1 << 28))
+        LIBC.prctl(PR_SET_PDEATHSIG, signal.SIGKILL)
         resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
         resource.setrlimit(resource.RLIMIT_AS, (limits.memory, limits.memory))
 
@@ -90,7 +93,9 @@ def run(command, folder, limits, environment=None):
     return (None if status == -signal.SIGXCPU else status), output.decode(errors="replace")
 
 
-CLEAN_LIMITS = Limits(1200, 1200)
+LIBC = ctypes.CDLL(None)
+PR_SET_PDEATHSIG = 1
+CLEAN_LIMITS = Limits(1200, 1200, 4 << 30)
 
 
 def _end_group(process):
@@ -206,11 +211,13 @@ class Base:
     def environment(self):
         return {**os.environ, "GTEST_COLOR": "no"}
 
-    def clean_time(self):
-        """How long the tests take when nothing is changed, on the clock and of the processor; they must pass."""
-        before, used = time.monotonic(), resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime
-        status, output = run([str(self.build / "bin" / self.room.program), "--gtest_brief=1"], self.build, CLEAN_LIMITS,
-                             self.environment())
+    def clean_times(self):
+        """How many seconds each suite takes when nothing is changed; all tests must pass."""
+        command = [str(self.build / "bin" / self.room.program), "--gtest_color=no"]
+        status, output = run(command, self.build, CLEAN_LIMITS, self.environment())
         if status != 0:
             raise BuildFailed("The tests fail without any change:\n" + output[-4000:])
-        return time.monotonic() - before, resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime - used
+        times = {}
+        for suite, milliseconds in SUITE_TIME.findall(output):
+            times[suite] = times.get(suite, 0) + int(milliseconds) / 1000
+        return times

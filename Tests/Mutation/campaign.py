@@ -169,5 +169,5 @@ class Campaign:
             self.tell(case, verdict)
 
 
-def workers_for(base, jobs, clean_time):
-    return [Worker(base, number, clean_time) for number in range(jobs)]
+def workers_for(base, jobs, clean_times):
+    return [Worker(base, number, clean_times) for number in range(jobs)]

@@ -97,7 +97,7 @@ class Judging(Folder):
     def setUp(self):
         super().setUp()
         self.base = SmallBase(self.folder)
-        self.worker = Worker(self.base, 0, (1, 0.1))
+        self.worker = Worker(self.base, 0, {"UnitTest": 0.1})
 
     def judge(self, name, code, before, after, suites=frozenset({"UnitTest"})):
         return self.worker.judge(name, code, mutant(code, before, after), suites)
@@ -117,8 +117,14 @@ class Judging(Folder):
         self.assertEqual(self.judge("Unit.cpp", broken.replace("[3] =", "[2 + 1] ="), "+", "-").word, "does-not-compile")
 
     def test_one_that_never_ends_runs_out_of_time(self):
-        self.worker.limits = building.Limits(60, 1)
+        self.worker.limits_for = lambda _: building.Limits(60, 1)
         self.assertEqual(self.judge("Unit.cpp", UNIT, "question -= 1;", ";").word, "timeout")
+
+    def test_time_goes_by_the_suites_that_are_run(self):
+        worker = Worker(self.base, 1, {"Quick": 0.1, "Slow": 300, "Other": 60})
+        self.assertEqual(worker.limits_for({"Quick"}), building.Limits(120, 10, 4 << 30))
+        self.assertEqual(worker.limits_for({"Quick", "Slow"}).processor_seconds, 3001)
+        self.assertEqual(worker.limits_for(None).seconds, 3601)
 
     def test_without_known_suites_all_are_run(self):
         self.assertEqual(self.judge("Unit.cpp", UNIT, "42", "43", frozenset()).word, "killed")
@@ -132,7 +138,7 @@ class Judging(Folder):
     def test_a_campaign_tells_of_each(self):
         cases = campaign.cases_of(self.base.room_folder)
         self.assertEqual(set(cases), {"Unit.cpp", "Unit.h"})
-        self.worker.limits = building.Limits(60, 1)
+        self.worker.limits_for = lambda _: building.Limits(60, 1)
         journal = campaign.Journal(self.folder / "journal")
         told = []
         chosen = [case for case in cases["Unit.cpp"] if case.mutant.kind == "constant"]

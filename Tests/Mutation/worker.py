@@ -12,8 +12,8 @@ from mutants import entity_of
 COMPILE_LIMITS = building.Limits(600, 120)
 # A machine that others use too lets tests wait: the clock is only for what waits for ever.
 LEAST_SECONDS = 120
-LEAST_PROCESSOR_SECONDS = 20
-MEMORY = 16 << 30
+LEAST_PROCESSOR_SECONDS = 10
+MEMORY = 4 << 30
 # What the compiler says when a test is decided while it is compiled.
 ASSERTED = "static assertion failed"
 ALL = None
@@ -30,11 +30,9 @@ class Verdict:
 class Worker:
     """Has a copy of the room for itself. The tree that others work on is never touched."""
 
-    def __init__(self, base, number, clean_time):
+    def __init__(self, base, number, clean_times):
         self.base = base
-        seconds, processor_seconds = clean_time
-        self.limits = building.Limits(max(LEAST_SECONDS, 10 * seconds), max(LEAST_PROCESSOR_SECONDS, 10 * processor_seconds),
-                                      MEMORY)
+        self.clean_times = clean_times
         self.folder = base.build / "workers" / str(number)
         shutil.rmtree(self.folder, ignore_errors=True)
         self.room_folder = self.folder / base.room.folder
@@ -145,10 +143,15 @@ class Worker:
         patterns = ["*"] if suites is ALL else [start + suite + ".*" for suite in sorted(suites) for start in ("", "*/")]
         command = [str(program), "--gtest_brief=1", "--gtest_fail_fast", "--gtest_filter=" + ":".join(patterns)]
         environment = {**self.base.environment(), "LD_LIBRARY_PATH": str(self.folder / "lib"), "TMPDIR": str(self.folder / "tmp")}
-        status, output = building.run(command, self.base.build, self.limits, environment)
+        status, output = building.run(command, self.base.build, self.limits_for(suites), environment)
         if status is None:
             return Verdict("timeout")
         if status == 0:
             return Verdict("survived")
         failed = FAILED.search(output)
         return Verdict("killed", failed.group(1) if failed else f"status {status}")
+
+    def limits_for(self, suites):
+        """Ten times what the suites take without a change."""
+        seconds = 10 * sum(time for suite, time in self.clean_times.items() if suites is ALL or suite in suites)
+        return building.Limits(max(LEAST_SECONDS, seconds), max(LEAST_PROCESSOR_SECONDS, seconds), MEMORY)
