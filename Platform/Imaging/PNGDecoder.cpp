@@ -20,8 +20,10 @@ void ignoreMessage(png_structp, png_const_charp) {
 /// anything that has a destructor.
 class PNGReader {
   public:
-    explicit PNGReader(const Data& data) : mNext(data.data()), mEnd(data.data() + data.size()) {
-        mCodec = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, leave, ignoreMessage);
+    explicit PNGReader(const Data& data)
+        : mCodec(png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, leave, ignoreMessage)),
+          mNext(data.data()),
+          mEnd(data.data() + data.size()) {
         if (mCodec) mInfo = png_create_info_struct(mCodec);
     }
     ~PNGReader() { png_destroy_read_struct(&mCodec, &mInfo, nullptr); }
@@ -77,7 +79,7 @@ class PNGReader {
         reader->mNext += count;
     }
 
-    png_structp mCodec = nullptr;
+    png_structp mCodec;
     png_infop mInfo = nullptr;
     const std::uint8_t* mNext;
     const std::uint8_t* mEnd;

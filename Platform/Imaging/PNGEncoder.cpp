@@ -25,8 +25,7 @@ int colourTypeOf(ColourModel model) {
 /// Writes one file. As in the decoder, what the library may leave by longjmp holds nothing that has a destructor.
 class PNGWriter {
   public:
-    PNGWriter() {
-        mCodec = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, leave, ignoreMessage);
+    PNGWriter() : mCodec(png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, leave, ignoreMessage)) {
         if (mCodec) mInfo = png_create_info_struct(mCodec);
     }
     ~PNGWriter() { png_destroy_write_struct(&mCodec, &mInfo); }
@@ -64,7 +63,7 @@ class PNGWriter {
         if (!static_cast<PNGWriter*>(png_get_io_ptr(codec))->append(bytes, count)) png_error(codec, "memory");
     }
 
-    png_structp mCodec = nullptr;
+    png_structp mCodec;
     png_infop mInfo = nullptr;
     Data mWritten;
 };

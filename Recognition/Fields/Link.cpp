@@ -69,7 +69,7 @@ std::string linkIn(const std::string& text) {
     if (startsWith(folded(host), "www.") && host.find('.', 4) == std::string::npos) {
         const auto repaired = hostName(host.substr(4));
         if (!repaired) return {};
-        host = host.substr(0, 4) + *repaired;
+        host.replace(4, std::string::npos, *repaired);
     }
     const auto name = hostName(host);
     if (!name || (!marked && !isPlainlyHost(*name))) return {};

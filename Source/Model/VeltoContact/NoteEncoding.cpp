@@ -14,7 +14,7 @@ constexpr std::string_view kMarkupCharacters = "&<>\"'";
 constexpr std::string_view kEntities[] = {"&amp;", "&lt;", "&gt;", "&quot;", "&apos;"};
 
 /// The entity of each character; empty where it stays.
-constexpr auto kEntityOf = [] {
+constexpr auto kEntityOf = []() {
     std::array<std::string_view, 256> table{};
     for (std::size_t index = 0; index < kMarkupCharacters.size(); ++index)
         table[static_cast<unsigned char>(kMarkupCharacters[index])] = kEntities[index];
