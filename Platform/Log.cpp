@@ -42,6 +42,16 @@ State& state() {
     return *shared;
 }
 
+/// A sink that causes messages of its own would be called for each of them, until the stack is full.
+thread_local bool isInSink = false;
+
+struct InSink {
+    InSink() { isInSink = true; }
+    ~InSink() { isInSink = false; }
+    InSink(const InSink&) = delete;
+    InSink& operator=(const InSink&) = delete;
+};
+
 }  // namespace
 
 void Log::setSink(Sink sink) {
@@ -61,13 +71,14 @@ bool Log::isEnabled() {
 }
 
 void Log::write(std::string_view message) {
-    if (!isEnabled()) return;
+    if (!isEnabled() || isInSink) return;
     std::shared_ptr<const Sink> sink;
     {
         const std::lock_guard lock(state().mutex);
         sink = state().sink;
     }
     try {
+        const InSink inSink;
         if (*sink) (*sink)(message);
     } catch (...) {
         // A log that fails must not fail the work it tells about, and there is no second log to tell.

@@ -11,7 +11,8 @@ namespace qv {
 
 /// The system log, behind a sink that the host can replace. Without a sink of the host's, messages go to syslog(3) with
 /// the priority that their bracketed tag names. Any thread may log; a sink is called on the thread that logs, one call
-/// per message, and must not log itself.
+/// per message, several at once. What it throws is dropped. It may call the library; what that would log meanwhile on
+/// the sink's own thread is dropped, so that a sink never calls itself. A sink that blocks holds up whoever logs.
 class QV_EXPORT Log {
   public:
     /// Gets one message; on the thread that logs.

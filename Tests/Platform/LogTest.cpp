@@ -137,6 +137,20 @@ TEST(Log, SwallowsWhatASinkThrows) {
     EXPECT_EQ(calls, 2);
 }
 
+TEST(Log, NeverCallsASinkForWhatTheSinkLogs) {
+    std::vector<std::string> received;
+    const auto sink = [&](std::string_view message) {
+        received.emplace_back(message);
+        qv::Log::write("from the sink");
+        if (received.size() == 2) throw std::runtime_error("disk full");
+    };
+    qv::Log::setSink(sink);
+    for (const char* text : {"one", "two", "three"})
+        qv::Log::write(text);
+    qv::Log::useSystemLog();
+    EXPECT_THAT(received, ElementsAre("one", "two", "three"));
+}
+
 TEST(Log, MayReplaceItsSinkWhileOthersLog) {
     constexpr int kThreads = 4;
     constexpr int kMessages = 500;
