@@ -1,5 +1,6 @@
 #include "QVPlatform/AssertionHandler.h"
 
+#include "Guarded.h"
 #include "QVPlatform/Log.h"
 
 #include <memory>
@@ -40,7 +41,8 @@ void AssertionHandler::handleFailure(const AssertionFailure& failure) {
         const std::lock_guard lock(state().mutex);
         handler = state().handler;
     }
-    handler ? (*handler)(failure) : logFailure(failure);
+    if (!handler) return logFailure(failure);
+    runGuarded("the host's assertion handler", [&] { (*handler)(failure); });
 }
 
 }  // namespace qv

@@ -20,7 +20,8 @@ struct AssertionFailure {
 };
 
 /// The one place where failed assertions go. The default handler logs and returns; whatever the handler does, the code
-/// that asserted does not go on with its work. What a handler throws is caught by the thread that ran the code.
+/// that asserted does not go on with its work. What a handler throws is caught here and logged: the assertion may have
+/// failed on a thread of the library, or inside a call of the host's.
 class QV_EXPORT AssertionHandler {
   public:
     /// Gets each failed assertion, on the thread that asserted.

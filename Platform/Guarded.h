@@ -7,7 +7,8 @@
 
 namespace qv {
 
-/// Runs foreign code at a thread's edge: what it throws ends here, with a line in the log that says `what` it was.
+/// Runs foreign code at a thread's edge, or where a host calls: what it throws ends here, with a line in the log that
+/// says `what` it was.
 template <typename Work>
 void runGuarded(std::string_view what, Work&& work) noexcept {
     try {

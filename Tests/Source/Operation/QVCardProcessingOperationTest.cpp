@@ -166,7 +166,7 @@ TEST_F(AMissingToken, IsLoggedWithoutAHandler) {
 TEST_F(AMissingToken, EndsTheWorkAlsoWhenTheHandlerThrows) {
     qv::AssertionHandler::setHandler([](const qv::AssertionFailure&) { throw std::logic_error("stop"); });
     const auto made = operation();
-    EXPECT_THROW(made->main(), std::logic_error);
+    EXPECT_NO_THROW(made->main());
     EXPECT_EQ(made->response(), nullptr);
     EXPECT_EQ(mServer.connectionCount(), 0U);
 }
