@@ -9,7 +9,7 @@
 #include <functional>
 #include <memory>
 
-/// Called once on the process's main executor.
+/// Called once on the process's main executor; what it throws is caught there and logged.
 using QVAddressBookCompletionHandler = std::function<void(const QVAddressBookSaveResult& result)>;
 
 /// Saves profiles in the address book that the host has chosen. Any thread may call.
@@ -27,7 +27,8 @@ class QV_EXPORT QVAddressBookController : public qv::Object {
 
     /// `saveSocialProfileInAddressBook:completionHandler:` Saves a copy of the profile as it is now, on a thread of the
     /// controller, one after the other in the order of the calls: an update of the record that it stands for, or a new
-    /// record. The handler may be empty; it is never called inside this call.
+    /// record. An address book that throws is an error; one that blocks holds up the saves behind it. The handler may
+    /// be empty; it is never called inside this call.
     void saveSocialProfileInAddressBook(const std::shared_ptr<QVSocialProfile>& profile,
                                         QVAddressBookCompletionHandler completionHandler);
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <memory>
 #include <utility>
 
 namespace {
@@ -13,7 +14,7 @@ namespace {
 /// Never destroyed: threads may still fetch while the process ends.
 struct State {
     qv::Atomic<QVLinkPolicy> policy;
-    qv::Atomic<QVLinkFetcher::Fetcher> fetcher;
+    qv::Atomic<std::shared_ptr<const QVLinkFetcher::Fetcher>> fetcher;
 };
 
 State& state() {
@@ -39,10 +40,10 @@ std::optional<qv::Data> fetch(const std::string& link, std::optional<QVLinkFetch
 
 std::optional<qv::Data> fetchAsChosen(const QVString& link, std::optional<QVLinkFetcher::Clock::time_point> deadline) {
     if (!link) return std::nullopt;
-    const QVLinkFetcher::Fetcher fetcher = state().fetcher.load();
+    const auto fetcher = state().fetcher.load();
     if (!fetcher) return fetch(*link, deadline);
     try {
-        return fetcher(*link);
+        return (*fetcher)(*link);
     } catch (const std::exception& failure) {
         qv::Log::write("<ERROR> Exception from the host's link fetcher: %@", failure.what());
     } catch (...) {
@@ -71,5 +72,5 @@ void QVLinkFetcher::setPolicy(QVLinkPolicy policy) {
 }
 
 void QVLinkFetcher::setFetcher(Fetcher fetcher) {
-    state().fetcher.store(std::move(fetcher));
+    state().fetcher.store(fetcher ? std::make_shared<const Fetcher>(std::move(fetcher)) : nullptr);
 }

@@ -41,6 +41,6 @@ class QV_EXPORT QVLinkFetcher {
     /// Fetches a link; absent when there is nothing. Called on any thread.
     using Fetcher = std::function<std::optional<qv::Data>(const std::string& link)>;
     /// The host's own way to fetch, in place of this one and its policy; an empty function brings this one back. What
-    /// it throws counts as nothing fetched.
+    /// it throws is logged and counts as nothing fetched.
     static void setFetcher(Fetcher fetcher);
 };

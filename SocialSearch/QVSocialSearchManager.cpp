@@ -2,6 +2,7 @@
 
 #include "AddressBook/AddressBookProvider.h"
 #include "Merging/EntryMeaning.h"
+#include "QVPlatform/Guarded.h"
 #include "QVPlatform/MainQueue.h"
 #include "QVSocialSearch/QVAddressBookController.h"
 #include "Search/ProviderDesk.h"
@@ -24,8 +25,10 @@ Shared& shared() {
 }
 
 void answerNothingFound(const QVString& requestID, QVSocialSearchManager::Completion completion) {
-    qv::MainQueue::executor()->dispatchAsync([requestID, completion = std::move(completion)] {
-        completion(QVSocialSearchResponse::initWithRequestID(requestID, nullptr));
+    qv::runGuarded("the main executor", [&] {
+        qv::MainQueue::executor()->dispatchAsync([requestID, completion = std::move(completion)] {
+            completion(QVSocialSearchResponse::initWithRequestID(requestID, nullptr));
+        });
     });
 }
 
@@ -56,8 +59,10 @@ void QVSocialSearchManager::addSearchByRequest(std::shared_ptr<QVSocialSearchReq
         return;
     }
     // A copy: whoever asks may use the request for the next search meanwhile.
-    ProviderSearch::start(std::make_shared<const QVSocialSearchRequest>(*asked), desks, kTimeForProviders,
-                          std::move(completion));
+    qv::runGuarded("the main executor", [&] {
+        ProviderSearch::start(std::make_shared<const QVSocialSearchRequest>(*asked), desks, kTimeForProviders,
+                              std::move(completion));
+    });
 }
 
 QVSocialSearchManager::Desks QVSocialSearchManager::desksForSearch() const {

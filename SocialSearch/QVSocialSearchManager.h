@@ -24,7 +24,7 @@ class ProviderDesk;
 /// asked. Links other than http and https are dropped, labels lose the characters of markup, and of
 /// each kind of entry the first 500 are taken.
 ///
-/// Any thread may call.
+/// Any thread may call. Providers and completions may call the manager, and let it go.
 class QV_EXPORT QVSocialSearchManager : public qv::Object {
   public:
     /// Gets the answer; on the main executor.

@@ -21,7 +21,8 @@ class QV_EXPORT QVSocialSearchProvider {
 
     /// The person's profile, or null. The request has an e-mail address that is not blank. Called on a thread of the
     /// search, several at once for different requests; may block, and should end by `deadline`: what comes later is
-    /// dropped. Nothing found, or an exception, costs nothing but this provider's part. The profile is copied.
+    /// dropped. Nothing found, or an exception, which is logged, costs nothing but this provider's part. The profile is
+    /// copied. The search keeps the provider alive; one that the host lets go meanwhile may end on the search's thread.
     virtual std::shared_ptr<QVSocialProfile> profileForRequest(const QVSocialSearchRequest& request,
                                                                Clock::time_point deadline) = 0;
 };

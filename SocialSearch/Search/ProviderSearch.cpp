@@ -35,14 +35,24 @@ ProviderDesk::Report ProviderSearch::reportOf(std::size_t place) {
 }
 
 void ProviderSearch::take(std::size_t place, std::shared_ptr<QVSocialProfile> profile) {
-    if (!mCompletion) return;
-    mFound[place] = std::move(profile);
-    if (--mUnanswered == 0) answer();
+    {
+        const std::lock_guard lock(mMutex);
+        if (!mCompletion) return;
+        mFound[place] = std::move(profile);
+        if (--mUnanswered > 0) return;
+    }
+    answer();
+}
+
+/// Empty when it was taken before. Nothing that was found changes any more then.
+ProviderSearch::Completion ProviderSearch::takeCompletion() {
+    const std::lock_guard lock(mMutex);
+    return std::exchange(mCompletion, {});
 }
 
 void ProviderSearch::answer() {
-    if (!mCompletion) return;
+    const Completion completion = takeCompletion();
+    if (!completion) return;
     if (mUnanswered > 0) qv::Log::write("<WARNING> %d social search providers did not answer in time", mUnanswered);
-    const Completion completion = std::exchange(mCompletion, {});
     completion(QVSocialSearchResponse::initWithRequestID(mRequest->requestID(), mergedProfile(mFound)));
 }
