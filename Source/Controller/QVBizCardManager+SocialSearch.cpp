@@ -1,6 +1,7 @@
 #include "QVCardScan/QVBizCardManager.h"
 #include "QVCardScan/QVCardScanDefines.h"
 #include "QVPlatform/AssertionHandler.h"
+#include "QVPlatform/Guarded.h"
 #include "QVPlatform/Log.h"
 #include "QVPlatform/MainQueue.h"
 #include "QVSocialSearch/QVSocialSearchManager.h"
@@ -42,7 +43,8 @@ std::chrono::nanoseconds nanosecondsFromSeconds(double seconds) {
 void runOnMain(const std::weak_ptr<qv::MainExecutor>& mainExecutor, std::function<void()> step) {
     const auto executor = mainExecutor.lock();
     if (!executor) return;
-    executor->isMainThread() ? step() : executor->dispatchAsync(std::move(step));
+    qv::runGuarded("the main executor",
+                   [&] { executor->isMainThread() ? step() : executor->dispatchAsync(std::move(step)); });
 }
 
 }  // namespace
@@ -56,10 +58,12 @@ void QVBizCardManager::addSocialSearchRequestFromCardProcessingResponse(
         assertRecordIsWhole();
         return;
     }
-    if (const auto map = socialSearchRequestMap()) map->insert_or_assign(*requestID, recordOf(*requestID, contact));
-    qv::MainQueue::executor()->dispatchAfter(
-        nanosecondsFromSeconds(mSearchTimeOut),
-        [searches = mSocialSearches, requestID = *requestID] { searches->timeOut(requestID); });
+    mSocialSearches->insert(*requestID, recordOf(*requestID, contact));
+    qv::runGuarded("the main executor", [&] {
+        qv::MainQueue::executor()->dispatchAfter(
+            nanosecondsFromSeconds(mSearchTimeOut),
+            [searches = mSocialSearches, requestID = *requestID] { searches->timeOut(requestID); });
+    });
     startLinkedInSearchFromCardProcessingResponse(response);
 }
 
@@ -68,11 +72,14 @@ void QVBizCardManager::startLinkedInSearchFromCardProcessingResponse(
     if (!canStartLinkedInSearchForCardProcessingResponse(response)) return;
     response->setWillStartLinkedInSearch(true);
     auto request = searchRequestFromCardProcessingResponse(response);
-    QVSocialSearchManager::sharedManager()->addSearchByRequest(
-        std::move(request),
+    QVSocialSearchManager::Completion completion =
         [searches = mSocialSearches, executor = std::weak_ptr(qv::MainQueue::executor())](auto searchResponse) {
             runOnMain(executor, [searches, searchResponse] { searches->complete(searchResponse); });
-        });
+        };
+    // The host may have put a search of its own there; one that fails is answered by the time-out.
+    qv::runGuarded("the social search manager", [&] {
+        QVSocialSearchManager::sharedManager()->addSearchByRequest(std::move(request), std::move(completion));
+    });
 }
 
 std::shared_ptr<QVSocialSearchRequest> QVBizCardManager::searchRequestFromCardProcessingResponse(
@@ -85,7 +92,13 @@ std::shared_ptr<QVSocialSearchRequest> QVBizCardManager::searchRequestFromCardPr
 }
 
 QVBizCardManager::RequestInfo QVBizCardManager::socialSearchRequestInfoWithID(const QVString& requestID) const {
+    const std::lock_guard lock(mSocialSearches->mutex);
     return mSocialSearches->find(requestID);
+}
+
+void QVBizCardManager::SocialSearches::insert(const std::string& requestID, RequestInfo record) const {
+    const std::lock_guard lock(mutex);
+    if (const auto map = requestMap.load()) map->insert_or_assign(requestID, std::move(record));
 }
 
 QVBizCardManager::RequestInfo QVBizCardManager::SocialSearches::find(const QVString& requestID) const {
@@ -97,6 +110,7 @@ QVBizCardManager::RequestInfo QVBizCardManager::SocialSearches::find(const QVStr
 }
 
 QVBizCardManager::RequestInfo QVBizCardManager::SocialSearches::remove(const QVString& requestID) const {
+    const std::lock_guard lock(mutex);
     auto record = find(requestID);
     if (record) requestMap.load()->erase(*requestID);
     return record;

@@ -46,14 +46,15 @@ QVBizCardManager::~QVBizCardManager() {
 }
 
 void QVBizCardManager::setupOperationQueue() {
-    mCardOperationQueue = std::make_unique<qv::OperationQueue>(kMaximumConcurrentOperations);
+    mCardOperationQueue.store(std::make_shared<qv::OperationQueue>(kMaximumConcurrentOperations));
     mSearchTimeOut = kDefaultSearchTimeOut;
 }
 
 void QVBizCardManager::cleanUpOperationQueue() {
-    if (!mCardOperationQueue) return;
-    mCardOperationQueue->cancelAllOperations();
-    mCardOperationQueue.reset();
+    const auto queue = mCardOperationQueue.load();
+    if (!queue) return;
+    queue->cancelAllOperations();
+    mCardOperationQueue.store(nullptr);
 }
 
 void QVBizCardManager::addRequest(std::shared_ptr<QVCardProcessingRequest> request, Completion completion) {
@@ -69,7 +70,7 @@ void QVBizCardManager::addRequest(std::shared_ptr<QVCardProcessingRequest> reque
                                    completion = std::move(completion)] {
         if (const auto finished = weakOperation.lock()) completeOperation(*finished, *credentials, completion);
     });
-    if (mCardOperationQueue) mCardOperationQueue->addOperation(operation);
+    if (const auto queue = mCardOperationQueue.load()) queue->addOperation(operation);
 }
 
 void QVBizCardManager::completeOperation(const QVCardProcessingOperation& operation,
@@ -87,8 +88,9 @@ void QVBizCardManager::completeOperation(const QVCardProcessingOperation& operat
 }
 
 void QVBizCardManager::cancelRequestWithIDString(const QVString& idString) {
-    if (!idString || !mCardOperationQueue) return;
-    for (const auto& operation : mCardOperationQueue->operations()) {
+    const auto queue = mCardOperationQueue.load();
+    if (!idString || !queue) return;
+    for (const auto& operation : queue->operations()) {
         if (cardOperation(operation).operationID() == idString && !operation->isFinished()) operation->cancel();
     }
 }
@@ -103,8 +105,9 @@ bool QVBizCardManager::canWeAddRequestToQueue(const std::shared_ptr<QVCardProces
 }
 
 bool QVBizCardManager::isInQueue(const std::string& operationID) const {
-    if (!mCardOperationQueue) return false;
-    const auto operations = mCardOperationQueue->operations();
+    const auto queue = mCardOperationQueue.load();
+    if (!queue) return false;
+    const auto operations = queue->operations();
     return std::any_of(operations.begin(), operations.end(),
                        [&](const auto& operation) { return cardOperation(operation).operationID() == operationID; });
 }

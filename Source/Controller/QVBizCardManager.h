@@ -13,15 +13,22 @@
 #include "QVSocialSearch/QVSocialSearchResponse.h"
 
 #include <any>
+#include <atomic>
 #include <functional>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <string>
 
 class QVCardProcessingOperation;
 
 /// The framework's front object: holds the host's configuration and runs its requests, at most three at once. The host
-/// calls it from one thread, normally its main thread; completion blocks come on threads of the queue.
+/// calls it from one thread, normally its main thread; completion blocks come on threads of the queue. Other threads do
+/// no harm: two that add the same note at the same moment may both succeed, that is all.
+///
+/// Completion blocks and the data source may call the manager, cancel, add requests, and let the manager go. What they
+/// throw is caught and logged; nothing is thrown to the host. As long as one of them has not returned, it holds one of
+/// the three places: where three block for ever, nothing is read any more, so none may wait for another request.
 class QV_EXPORT QVBizCardManager : public qv::Object {
   public:
     /// Gets what became of a request; on a background thread.
@@ -43,6 +50,7 @@ class QV_EXPORT QVBizCardManager : public qv::Object {
     /// `setupOperationQueue` Makes the queue, for three operations at once, and sets the search time-out to 4 seconds.
     void setupOperationQueue();
     /// `cleanUpOperationQueue` Cancels what waits or runs and lets the queue go; without one, requests are not run.
+    /// Does not wait: what runs goes on to its end unseen. A request that another thread adds meanwhile may still run.
     void cleanUpOperationQueue();
 
     /// `addRequest:completion:` Queues one card. A request that is refused (see `canWeAddRequestToQueue`) is logged and
@@ -91,10 +99,13 @@ class QV_EXPORT QVBizCardManager : public qv::Object {
     /// `sendSocialSearchTimeoutNotificationForRequestInfo:`
     static void sendSocialSearchTimeoutNotificationForRequestInfo(const RequestInfo& requestInfo);
 
-    /// Held without ownership; may be called on any queue thread.
-    std::shared_ptr<QVContactNoteDataSource> contactNoteDataSource() const { return mContactNoteDataSource.lock(); }
+    /// Held without ownership, and kept alive while it is asked: one that the host lets go meanwhile ends on the queue
+    /// thread that asks it. Requests ask the one that was set when they were added, if it is still there.
+    std::shared_ptr<QVContactNoteDataSource> contactNoteDataSource() const {
+        return mContactNoteDataSource.load().lock();
+    }
     void setContactNoteDataSource(const std::shared_ptr<QVContactNoteDataSource>& contactNoteDataSource) {
-        mContactNoteDataSource = contactNoteDataSource;
+        mContactNoteDataSource.store(contactNoteDataSource);
     }
 
     /// The recognition server's address, as text. Absent or not an address: requests answer with error 1.
@@ -112,7 +123,8 @@ class QV_EXPORT QVBizCardManager : public qv::Object {
     double searchTimeOut() const { return mSearchTimeOut; }
     void setSearchTimeOut(double searchTimeOut) { mSearchTimeOut = searchTimeOut; }
 
-    /// The social searches that wait for their answer, by request id. Shared, not guarded: for the main thread.
+    /// The social searches that wait for their answer, by request id. Shared; only the manager's own look-ups are
+    /// guarded against each other, so a host looks into it on the main thread.
     RequestMap socialSearchRequestMap() const { return mSocialSearches->requestMap.load(); }
     void setSocialSearchRequestMap(RequestMap map) { mSocialSearches->requestMap.store(std::move(map)); }
 
@@ -127,6 +139,9 @@ class QV_EXPORT QVBizCardManager : public qv::Object {
     /// Apart from the manager for the same reason: every search is announced, whether or not the manager lives.
     struct SocialSearches {
         qv::Atomic<RequestMap> requestMap{std::make_shared<std::map<std::string, std::any>>()};
+        /// Held around each look into the map: a host's executor may run work on several threads.
+        mutable std::mutex mutex;
+        void insert(const std::string& requestID, RequestInfo record) const;
         RequestInfo find(const QVString& requestID) const;
         RequestInfo remove(const QVString& requestID) const;
         void complete(const std::shared_ptr<QVSocialSearchResponse>& response) const;
@@ -137,10 +152,10 @@ class QV_EXPORT QVBizCardManager : public qv::Object {
                                   const Completion& completion);
     bool isInQueue(const std::string& operationID) const;
 
-    std::unique_ptr<qv::OperationQueue> mCardOperationQueue;
+    qv::Atomic<std::shared_ptr<qv::OperationQueue>> mCardOperationQueue;
     qv::Atomic<QVString> mServerURL;
     std::shared_ptr<SearchCredentials> mSearchCredentials = std::make_shared<SearchCredentials>();
-    std::weak_ptr<QVContactNoteDataSource> mContactNoteDataSource;
+    qv::Atomic<std::weak_ptr<QVContactNoteDataSource>> mContactNoteDataSource;
     std::shared_ptr<SocialSearches> mSocialSearches = std::make_shared<SocialSearches>();
-    double mSearchTimeOut = 0;
+    std::atomic<double> mSearchTimeOut{0};
 };
