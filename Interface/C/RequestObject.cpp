@@ -2,8 +2,10 @@
 
 #include "Completion.h"
 #include "QVCardScan/QVBizCardManager.h"
+#include "QVPlatform/Log.h"
 #include "QVPlatform/MD5.h"
 
+#include <set>
 #include <utility>
 
 namespace qvc {
@@ -12,10 +14,43 @@ namespace {
 /// The library takes no more than two sides.
 constexpr std::size_t kMaximumPictures = 2;
 
-/// Asking whether a request is under way and adding it are two steps; nobody else may come in between.
-std::mutex& addingMutex() {
-    static auto* const mutex = new std::mutex;
-    return *mutex;
+/// Notes whose requests are being added. Never destroyed: threads may still add while the process ends.
+struct Adding {
+    std::mutex mutex;
+    std::set<std::string> notes;
+};
+
+Adding& adding() {
+    static auto* const shared = new Adding;
+    return *shared;
+}
+
+/// Asking whether a request is under way and adding it are two steps; for that note nobody else may come in between.
+/// No lock is held meanwhile, because both steps tell the host's log, and that may do anything.
+class Turn {
+  public:
+    explicit Turn(std::string note) : mNote(std::move(note)) {
+        const std::lock_guard lock(adding().mutex);
+        mIsOurs = adding().notes.insert(mNote).second;
+    }
+    ~Turn() {
+        const std::lock_guard lock(adding().mutex);
+        if (mIsOurs) adding().notes.erase(mNote);
+    }
+    Turn(const Turn&) = delete;
+    Turn& operator=(const Turn&) = delete;
+
+    bool isOurs() const { return mIsOurs; }
+
+  private:
+    const std::string mNote;
+    bool mIsOurs = false;
+};
+
+bool isUnderWay(const Turn& turn, const std::shared_ptr<QVCardProcessingRequest>& request) {
+    if (turn.isOurs()) return !QVBizCardManager::sharedManager()->canWeAddRequestToQueue(request);
+    qv::Log::write("<WARNING> We already added the same request! Ignored.");
+    return true;
 }
 
 }  // namespace
@@ -78,15 +113,15 @@ std::shared_ptr<QVCardProcessingRequest> RequestObject::makeRequest() const {
 
 Outcome RequestObject::run(qv_completion completion, const SharedUserData& userData) const {
     if (completion == nullptr) return Outcome::invalid("There is no completion to call.");
-    const std::lock_guard lock(mMutex);
+    std::unique_lock lock(mMutex);
     Outcome objection = objectionToRunning();
     if (objection.status != QV_OK) return objection;
     const auto request = makeRequest();
-    const auto manager = QVBizCardManager::sharedManager();
-    const std::lock_guard adding(addingMutex());
-    if (!manager->canWeAddRequestToQueue(request)) return {QV_REFUSED, "A request for that note is under way."};
     const auto step = std::make_shared<Completion>(mNoteUUID, completion, userData, mPictures, mCompletesOnMainThread);
-    manager->addRequest(request, [step](const auto& response) { step->deliver(response); });
+    lock.unlock();
+    const Turn turn(mNoteUUID);
+    if (isUnderWay(turn, request)) return {QV_REFUSED, "A request for that note is under way."};
+    QVBizCardManager::sharedManager()->addRequest(request, [step](const auto& response) { step->deliver(response); });
     return {};
 }
 

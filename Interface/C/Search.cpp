@@ -9,13 +9,15 @@
 #include "qvcardscan.h"
 
 #include <memory>
+#include <mutex>
 #include <utility>
 
 using namespace qvc;
 
 namespace {
 
-/// A search that waits for its one announcement. Keeps itself until then; main thread only.
+/// A search that waits for its one announcement, and keeps itself until then. The lock is for a host's loop that runs
+/// work on several threads.
 class PendingSearch : public std::enable_shared_from_this<PendingSearch> {
   public:
     PendingSearch(std::shared_ptr<const ResponseObject> origin, qv_search_completion completion,
@@ -23,24 +25,35 @@ class PendingSearch : public std::enable_shared_from_this<PendingSearch> {
         : mOrigin(std::move(origin)), mCompletion(completion), mUserData(std::move(userData)) {}
 
     void start() {
-        mObservation = qv::NotificationCenter::defaultCenter().addObserverForName(
-            kQVSocialSearchFinishedNotification,
-            [self = shared_from_this()](const qv::Notification& notification) { self->hear(notification); });
+        {
+            const std::lock_guard lock(mMutex);
+            mObservation = qv::NotificationCenter::defaultCenter().addObserverForName(
+                kQVSocialSearchFinishedNotification,
+                [self = shared_from_this()](const qv::Notification& notification) { self->hear(notification); });
+        }
         QVBizCardManager::sharedManager()->addSocialSearchRequestFromCardProcessingResponse(mOrigin->response);
     }
 
   private:
     void hear(const qv::Notification& notification) {
         const auto result = QVSocialSearchResult::fromNotification(notification);
-        if (!mObservation || !result || result->requestID != mOrigin->noteUUID) return;
-        const auto observation = std::exchange(mObservation, nullptr);
+        if (!result || result->requestID != mOrigin->noteUUID) return;
+        const auto observation = endObservation();
+        if (!observation) return;
         mCompletion(makeHandle<qv_search_result>(std::make_shared<const SearchResultObject>(*result, *mOrigin)),
                     mUserData->get());
+    }
+
+    /// Null when it has ended already.
+    qv::NotificationCenter::Token endObservation() {
+        const std::lock_guard lock(mMutex);
+        return std::exchange(mObservation, nullptr);
     }
 
     const std::shared_ptr<const ResponseObject> mOrigin;
     const qv_search_completion mCompletion;
     const SharedUserData mUserData;
+    std::mutex mMutex;
     qv::NotificationCenter::Token mObservation;
 };
 

@@ -15,8 +15,9 @@
 /// **Structures** begin with their own size, which the host sets to `sizeof` before every call. Later versions add
 /// members at the end only.
 ///
-/// **Threads.** Every function may be called from any thread, and from inside every callback except a log sink. Each
-/// callback says where it is called. Nothing that a callback throws may leave it.
+/// **Threads.** Every function may be called from any thread, and from inside every callback. Each
+/// callback says where it is called. Nothing that a callback throws may leave it; what a callback in C++ throws all the
+/// same is caught by the library and logged, and that callback counts as called. None may end its thread.
 ///
 /// **User data.** What is given together with a `release` function is released exactly once, when the library will not
 /// use it again: also when the call fails, before it returns then. `release` may be null. Callbacks never come later.
@@ -84,7 +85,8 @@ QV_C_API qv_status qv_set_search_credentials(const char* key, const char* secret
 /// Seconds until a search counts as unanswered; 4 unless set. Call it on the main thread.
 QV_C_API void qv_set_search_time_out(double seconds);
 
-/// Gets one message of the log. Called on the thread that logs, several at once; it must not call the library.
+/// Gets one message of the log. Called on the thread that logs, several at once. What the library
+/// would log because of what a sink does is dropped.
 typedef void (*qv_log_function)(const char* message, size_t length, void* user_data);
 /// Sends the log to the host. Messages hold what stands on cards. A null function discards everything.
 QV_C_API void qv_set_log_sink(qv_log_function sink, void* user_data, qv_release_function release);
@@ -104,7 +106,8 @@ QV_C_API size_t qv_pump(void);
 /// this thread, every few milliseconds. Answers 0 at once when the host has an executor of its own.
 QV_C_API int32_t qv_pump_until(int32_t (*done)(void* user_data), void* user_data, double seconds);
 
-/// A loop of the host's own. All functions are called from any thread.
+/// A loop of the host's own. All functions are called from any thread. Work that never runs is never heard of; it is
+/// kept until `qv_work_release`, also when `dispatch` fails.
 typedef struct qv_main_executor {
     size_t size;      ///< `sizeof(qv_main_executor)`
     void* user_data;  ///< for the functions below
