@@ -13,6 +13,10 @@ namespace qv {
 /// The host's main thread, as the framework sees it: somewhere to put work. A host with a loop of its own (GLib, Qt)
 /// derives from this. `dispatchAsync` and `dispatchAfter` may be called from any thread, never run the work inside the
 /// call, and keep the order of work that falls due together.
+///
+/// Work that is never run is never heard of, and is kept as long as the executor keeps it. What these operations throw
+/// is caught and logged, and the work at hand is lost. An executor that runs work on several threads at once, or inside
+/// the call, does no harm to the library, but the host's callbacks come there then.
 class QV_EXPORT MainExecutor {
   public:
     virtual ~MainExecutor() = default;
@@ -50,7 +54,8 @@ class QV_EXPORT PumpedExecutor : public MainExecutor {
     /// up to pump: ask again after each pump and each dispatch. Any thread may ask.
     std::optional<std::chrono::nanoseconds> timeUntilNextWork() const;
     /// Pumps until `done` holds or `limit` (of the steady clock) has passed, sleeping in between; says whether it held.
-    /// `done` is asked on this thread, after each pump and at least every few milliseconds.
+    /// `done` is asked on this thread, after each pump and at least every few milliseconds; what it throws leaves this
+    /// call, and nothing is lost.
     bool pumpUntil(const std::function<bool()>& done, std::chrono::nanoseconds limit);
 
   private:
