@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 
 #include <chrono>
+#include <cmath>
+#include <iterator>
 #include <limits>
 
 using namespace std::chrono_literals;
@@ -86,8 +88,11 @@ TEST_F(SocialSearchTest, DoesNothingWithoutAResponse) {
 
 TEST_F(SocialSearchTest, AssertsThatThereIsANoteAndAContact) {
     std::vector<std::string> failures;
-    qv::AssertionHandler::setHandler(
-        [&](const qv::AssertionFailure& failure) { failures.emplace_back(failure.function); });
+    qv::AssertionHandler::setHandler([&](const qv::AssertionFailure& failure) {
+        failures.emplace_back(failure.function);
+        EXPECT_EQ(failure.file, "QVBizCardManager");
+        EXPECT_GT(failure.line, 0);
+    });
     const auto withoutContact = scannedCard();
     withoutContact->setContact(nullptr);
     mManager->addSocialSearchRequestFromCardProcessingResponse(withoutContact);
@@ -156,13 +161,36 @@ INSTANTIATE_TEST_SUITE_P(Rows, SearchTimeOut,
                                          TimeOutRow{"NoNumber", std::numeric_limits<double>::quiet_NaN(), 0ns}),
                          [](const auto& row) { return std::string(row.param.name); });
 
+/// A host's loop, which is asked for delays and never runs anything.
+struct DelayExecutor : qv::MainExecutor {
+    void dispatchAsync(std::function<void()>) override {}
+    void dispatchAfter(std::chrono::nanoseconds delay, std::function<void()>) override { delays.push_back(delay); }
+    bool isMainThread() const override { return true; }
+
+    std::vector<std::chrono::nanoseconds> delays;
+};
+
+TEST_F(SocialSearchTest, AsksTheHostsLoopForNoDelayInThePast) {
+    const auto executor = std::make_shared<DelayExecutor>();
+    qv::MainQueue::setExecutor(executor);
+    for (const double seconds : {-1.0, -std::numeric_limits<double>::infinity(), std::nan(""), 1.0}) {
+        mManager->setSearchTimeOut(seconds);
+        mManager->addSocialSearchRequestFromCardProcessingResponse(scannedCard());
+    }
+    EXPECT_THAT(executor->delays, ElementsAre(0ns, 0ns, 0ns, 1s));
+}
+
 TEST_F(SocialSearchTest, NeverTimesOutAfterForEver) {
-    mManager->setSearchTimeOut(std::numeric_limits<double>::infinity());
-    mManager->addSocialSearchRequestFromCardProcessingResponse(scannedCard());
-    mMain.pass(100000h);
-    EXPECT_THAT(mHeard, IsEmpty());
-    mSearch->answer(0, nullptr);
-    EXPECT_EQ(mHeard.size(), 1U);
+    // The second is the first whole number of nanoseconds that does not fit any more.
+    const double forEver[] = {std::numeric_limits<double>::infinity(), 9223372036.854775808};
+    for (std::size_t search = 0; search < std::size(forEver); ++search) {
+        mManager->setSearchTimeOut(forEver[search]);
+        mManager->addSocialSearchRequestFromCardProcessingResponse(scannedCard());
+        mMain.pass(100000h);
+        EXPECT_EQ(mHeard.size(), search);
+        mSearch->answer(search, nullptr);
+        EXPECT_EQ(mHeard.size(), search + 1);
+    }
 }
 
 TEST_F(SocialSearchTest, TimesOutWhenTheSearchCannotStart) {

@@ -1,4 +1,5 @@
 #include "QVCardScan/QVBusinessCard.h"
+#include "QVPlatform/Image.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -45,7 +46,11 @@ TEST(BusinessCard, IsEmptyAtFirst) {
 
 TEST(BusinessCard, StoresWhatItIsMadeOf) {
     const auto fields = std::make_shared<std::vector<std::shared_ptr<QVBusinessCardField>>>();
-    const auto made = QVBusinessCard::initWithLanguage("de", fields, nullptr, nullptr);
+    const auto front = qv::Image::initWithData({'f'});
+    const auto back = qv::Image::initWithData({'b'});
+    const auto made = QVBusinessCard::initWithLanguage("de", fields, front, back);
+    EXPECT_EQ(made->frontImage(), front);
+    EXPECT_EQ(made->backImage(), back);
     EXPECT_EQ(made->language(), "de");
     EXPECT_EQ(made->fields(), fields) << "a shared reference";
     made->setCardWidth(1024);

@@ -77,6 +77,12 @@ TEST_F(QVCardServerRequestTest, GoesToTheAddressUnchanged) {
     }
 }
 
+TEST_F(QVCardServerRequestTest, AsksForEnglishWithoutACardsRequest) {
+    mServer.respond(scans::answer({scans::kName}));
+    scans::operationFor(nullptr, mServer.url())->sendCardSynchronouslyWithData(qv::Data{'a'}, "token", nullptr);
+    EXPECT_EQ(mServer.requests().at(0).header("content-language"), "en");
+}
+
 struct LanguageCase {
     const char* name;
     QVString language;
