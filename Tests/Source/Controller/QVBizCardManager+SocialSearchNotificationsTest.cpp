@@ -160,6 +160,17 @@ TEST_F(SocialSearchNotificationTest, DoesNotNeedARecordOrAProfile) {
     EXPECT_EQ(heard<std::shared_ptr<QVVeltoContact>>("QVSocialSearchBaseVeltoContactKey"), nullptr);
 }
 
+TEST_F(SocialSearchNotificationTest, TakesNothingFromARecordThatLacksItOrHoldsSomethingElse) {
+    const auto empty = std::make_shared<qv::Dictionary>();
+    const auto strange = std::make_shared<qv::Dictionary>(
+        qv::Dictionary{{"QVSocialSearchRequestIDKey", 1}, {"QVSocialSearchBaseVeltoContactKey", std::string("a")}});
+    for (const auto& record : {empty, strange}) {
+        mManager->sendSocialSearchNotFoundNotificationForRequestInfo(record);
+        EXPECT_EQ(heard<std::string>("QVSocialSearchRequestIDKey"), "");
+        EXPECT_EQ(heard<std::shared_ptr<QVVeltoContact>>("QVSocialSearchBaseVeltoContactKey"), nullptr);
+    }
+}
+
 TEST_F(SocialSearchNotificationTest, IsReadAsATypedResult) {
     const auto profile = profileWithLinks("https://example.com/in", std::nullopt);
     profile->setAddressBookAvatarData(testsupport::makePNG(testsupport::quarters(4, 4)));
