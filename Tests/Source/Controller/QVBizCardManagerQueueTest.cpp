@@ -96,10 +96,12 @@ TEST_F(QVBizCardManagerQueueTest, GoesOnAfterACompletionBlockThatThrows) {
 TEST_F(QVBizCardManagerQueueTest, AssertsACompletionBlock) {
     std::vector<std::string> failures;
     qv::AssertionHandler::setHandler([&](const qv::AssertionFailure& failure) {
-        failures.push_back(std::string(failure.file) + "|" + std::string(failure.function));
+        failures.push_back(std::string(failure.description) + "|" + std::string(failure.file) + "|" +
+                           std::string(failure.function));
+        EXPECT_GT(failure.line, 0);
     });
     mManager->addRequest(scans::request("a", "a"), {});
-    EXPECT_THAT(failures, ElementsAre("QVBizCardManager|addRequest:completion:"));
+    EXPECT_THAT(failures, ElementsAre("Completion block cannot be nil!|QVBizCardManager|addRequest:completion:"));
     EXPECT_TRUE(mManager->canWeAddRequestToQueue(scans::request("a"))) << "Nothing was queued.";
     EXPECT_THAT(mLog.messages(), IsEmpty());
 }

@@ -154,6 +154,23 @@ TEST_F(BizCardParser, BuildsFieldsFromAttributes) {
     EXPECT_EQ(QVBizCardParser().cardFieldFromAttributeDictionary({})->type(), 0);
 }
 
+TEST_F(BizCardParser, TakesEachAttributeForWhatItIsAlone) {
+    const std::pair<const char*, qv::Rect> rows[] = {{"x", {{7, 0}, {0, 0}}},
+                                                     {"y", {{0, 7}, {0, 0}}},
+                                                     {"w", {{0, 0}, {7, 0}}},
+                                                     {"h", {{0, 0}, {0, 7}}},
+                                                     {"orient", {}},
+                                                     {"fldType", {}},
+                                                     {"zoom", {}},
+                                                     {"a", {}}};
+    for (const auto& [attribute, frame] : rows) {
+        const auto made = QVBizCardParser().cardFieldFromAttributeDictionary({{attribute, "7"}});
+        EXPECT_EQ(made->frame(), frame) << attribute;
+        EXPECT_EQ(made->orient(), attribute == std::string("orient") ? 7 : 0) << attribute;
+        EXPECT_EQ(made->name(), attribute == std::string("fldType") ? QVString("7") : std::nullopt) << attribute;
+    }
+}
+
 TEST_F(BizCardParser, NamesAreExact) {
     EXPECT_EQ(parse("<recoindex><item/></recoindex>"), nullptr);
     EXPECT_EQ(parse("<x:recoIndex xmlns:x='u'/>"), nullptr);
