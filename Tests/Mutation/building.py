@@ -136,7 +136,9 @@ class Base:
         library = f"CMakeFiles/{self.room.library}.dir/"
         program = f"CMakeFiles/{self.room.program}.dir/"
         self.library_objects = [name for name in self.compile if library in name]
-        self.test_objects = [name for name in self.compile if program in name]
+        # What the tests share is in an archive, and belongs to no suite.
+        self.support_objects = [name for name in self.compile if "CMakeFiles/TestSupport.dir/" in name]
+        self.test_objects = [name for name in self.compile if program in name] + self.support_objects
         self.link_library = self._link_command(f"lib/lib{self.room.library}.so")
         self.link_program = self._link_command(f"bin/{self.room.program}")
         self.soname = next(word for word in self.link_library if word.startswith("-Wl,-soname,")).rsplit(",", 1)[1]
@@ -170,15 +172,16 @@ class Base:
 
     def _precompile(self):
         """The headers of others, read once for all."""
-        for objects, headers in ((self.library_objects, PRECOMPILED), (self.test_objects, PRECOMPILED_IN_TESTS)):
-            header = self.precompiled(objects[0])
+        for name, headers in ((self.library_objects[0], PRECOMPILED), (self.test_objects[0], PRECOMPILED_IN_TESTS),
+                              (self.support_objects[0], PRECOMPILED_IN_TESTS)):
+            header = self.precompiled(name)
             header.parent.mkdir(exist_ok=True)
             text = "".join(f"#include <{name}>\n" for name in headers)
             made = Path(str(header) + ".gch")
             if made.is_file() and header.is_file() and header.read_text() == text:
                 continue
             header.write_text(text)
-            words = list(self.compile[objects[0]])
+            words = list(self.compile[name])
             words[words.index("-o") + 1] = str(made)
             words[words.index("-c") + 1] = str(header)
             self._call_in_build(words[:words.index("-c")] + ["-x", "c++-header"] + words[words.index("-c"):])
@@ -189,7 +192,8 @@ class Base:
             raise BuildFailed(done.stdout.decode(errors="replace")[-4000:])
 
     def precompiled(self, name):
-        return self.build / "precompiled" / ("library.h" if name in self.library_objects else "tests.h")
+        part = "support" if name in self.support_objects else "tests" if name in self.test_objects else "library"
+        return self.build / "precompiled" / f"{self.room.folder}-{part}.h"
 
     def source_of(self, name):
         words = self.compile[name]

@@ -23,14 +23,19 @@ int answer(int question) {
     return question == kQuestion ? 42 : 0;
 }
 """
-HEADER = "inline constexpr int kQuestion = 7;\nint answer(int question);\n"
+# In an archive, as what all tests share is.
+SUPPORT = '#include "Unit.h"\nint supported() { return kSpare; }\n'
+HEADER = "inline constexpr int kQuestion = 7;\ninline constexpr int kSpare = 3;\nint answer(int question);\n"
 # Stands for a program of tests: it says what failed in the same words.
 TESTS = """\
 #include "Unit.h"
 #include <cstdio>
-// TEST(UnitTest, KnowsTheAnswer)
+int supported();
+#if 0
+TEST(UnitTest, KnowsTheAnswer)
+#endif
 int main(int, char** arguments) {
-    const bool right = answer(7) == 42 && answer(6) == 0 && answer(200) == 0;
+    const bool right = answer(7) == 42 && answer(6) == 0 && answer(200) == 0 && supported() == kSpare;
     if (!right) std::puts("[  FAILED  ] UnitTest.KnowsTheAnswer");
     std::puts(arguments[3]);
     return right ? 0 : 1;
@@ -43,14 +48,18 @@ class SmallBase:
     room = building.Room("Source", "unit")
     soname = "libunit.so.0"
     library_objects = ["unit.o"]
-    test_objects = ["tests.o"]
+    support_objects = ["support.o"]
+    test_objects = ["tests.o", "support.o"]
 
     def __init__(self, folder):
         self.build = folder / "base"
         self.room_folder = folder / "tree" / "Source"
-        self.sources = {"unit.o": self.room_folder / "Unit.cpp", "tests.o": folder / "tree" / "Tests" / "UnitTest.cpp"}
+        tests = folder / "tree" / "Tests"
+        self.sources = {"unit.o": self.room_folder / "Unit.cpp", "tests.o": tests / "UnitTest.cpp",
+                        "support.o": tests / "Support.cpp"}
         texts = {self.sources["unit.o"]: UNIT, self.room_folder / "Unit.h": HEADER, self.build / "none.h": "",
-                 self.sources["tests.o"]: TESTS.replace("// TEST", "#if 0\nTEST", 1).replace(")\nint main", ")\n#endif\nint main", 1)}
+                 self.sources["support.o"]: SUPPORT,
+                 self.sources["tests.o"]: TESTS}
         for path, text in texts.items():
             path.parent.mkdir(parents=True, exist_ok=True)
             path.write_text(text)
@@ -60,13 +69,13 @@ class SmallBase:
         self.compile = {name: ["c++", "-fPIC", "-I", str(self.build / "include"), "-o", name, "-c", str(source)]
                         for name, source in self.sources.items()}
         self.link_library = ["c++", "-shared", "-Wl,-soname," + self.soname, "-o", "lib/" + self.soname, "unit.o"]
-        self.link_program = ["c++", "-o", "bin/SourceTests", "tests.o", "lib/" + self.soname, "-Wl,-rpath,$ORIGIN/../lib",
-                             "-Wl,--enable-new-dtags"]
-        self.objects_of = {os.path.realpath(self.room_folder / "Unit.h"): {"unit.o", "tests.o"}}
-        self.files_of = {"unit.o": {self.room_folder / "Unit.h", self.sources["unit.o"]},
-                         "tests.o": {self.room_folder / "Unit.h", self.sources["tests.o"]}}
+        self.link_program = ["c++", "-o", "bin/SourceTests", "tests.o", "libsupport.a", "lib/" + self.soname,
+                             "-Wl,-rpath,$ORIGIN/../lib", "-Wl,--enable-new-dtags"]
+        self.objects_of = {os.path.realpath(self.room_folder / "Unit.h"): {"unit.o", "tests.o", "support.o"}}
+        self.files_of = {name: {self.room_folder / "Unit.h", source} for name, source in self.sources.items()}
         self.words = {}
-        for command in [*self.compile.values(), self.link_library, self.link_program]:
+        archive = ["ar", "rc", "libsupport.a", "support.o"]
+        for command in [*self.compile.values(), archive, self.link_library, self.link_program]:
             status, output = building.run(command, self.build, building.CLEAN_LIMITS)
             assert status == 0, output
 
@@ -110,6 +119,9 @@ class Judging(Folder):
 
     def test_one_in_a_header_changes_the_tests_too(self):
         self.assertEqual(self.judge("Unit.h", HEADER, "7", "8"), Verdict("killed", "UnitTest.KnowsTheAnswer"))
+
+    def test_one_in_a_header_changes_what_the_tests_share_too(self):
+        self.assertEqual(self.judge("Unit.h", HEADER, "3", "4"), Verdict("survived"))
 
     def test_one_that_does_not_compile(self):
         self.assertEqual(self.judge("Unit.cpp", UNIT.replace("8", "true"), "true", "false").word, "survived")

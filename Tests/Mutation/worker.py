@@ -122,6 +122,8 @@ class Worker:
             if word in left_out:
                 continue
             words.append(str(self.folder / self._object(word)) if word in built else word)
+        # What is otherwise taken from an archive comes first, so that the archive is not asked for it.
+        words[1:1] = [str(self.folder / self._object(name)) for name in built if name not in command]
         words[words.index("-o") + 1] = str(target)
         status, _ = building.run(words, self.base.build, COMPILE_LIMITS)
         return status == 0
@@ -132,7 +134,8 @@ class Worker:
         """Some suites or all, in a program whose parts all know the mutant."""
         program = self.base.build / "bin" / self.base.room.program
         if affected:
-            wanted = [name for name in affected if suites is ALL or suites & set(self.base.suites_of(name))]
+            wanted = [name for name in affected if suites is ALL or name in self.base.support_objects
+                      or suites & set(self.base.suites_of(name))]
             complaint = self._compile(wanted)
             if complaint is not None:
                 return Verdict("killed", "static_assert") if ASSERTED in complaint else Verdict("does-not-compile")
