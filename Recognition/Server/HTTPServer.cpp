@@ -106,7 +106,8 @@ class HTTPServer::Implementation {
     void awaitSessions(std::chrono::steady_clock::time_point end) {
         if (mState.sessions.empty()) return;
         if (std::chrono::steady_clock::now() >= end) {
-            mIsOverdue = true;
+            // Clients that do not take their answers are no work that is left undone.
+            mIsOverdue = mPool.busy() > 0;
             return mContext.stop();
         }
         mStopTimer.expires_after(std::chrono::milliseconds(10));

@@ -51,6 +51,7 @@ Session::~Session() {
 
 void Session::stop() {
     if (!mIsBusy) close();
+    if (mIsReadingBody) mStream.cancel();
 }
 
 void Session::readHeader() {
@@ -121,8 +122,10 @@ bool Session::hasToken() const {
 
 void Session::readBody() {
     const bool waits = beast::iequals(mParser->get()[http::field::expect], "100-continue");
+    mIsReadingBody = true;
     mStream.expires_after(mState.options.bodyTime);
     auto read = [self = shared_from_this()] {
+        if (self->mState.isStopping) return self->onBody(asio::error::operation_aborted);
         http::async_read(self->mStream, self->mBuffer, *self->mParser,
                          [self](Error error, std::size_t) { self->onBody(error); });
     };
@@ -136,6 +139,10 @@ void Session::readBody() {
 }
 
 void Session::onBody(Error error) {
+    mIsReadingBody = false;
+    // Nobody would read the picture any more, and whoever sends slowly must not hold up the end.
+    if (error == asio::error::operation_aborted && mState.isStopping)
+        return refuse({Status::service_unavailable, Outcome::Stopping});
     if (error) return onBrokenRequest(error);
     mHasUnreadBody = false;
     submit();
@@ -156,7 +163,8 @@ void Session::submit() {
     };
     mSubmitted = job.submitted;
     mStream.expires_never();
-    if (!mState.pool->submit(job)) return refuse({Status::service_unavailable, Outcome::Overloaded});
+    if (!mState.pool->submit(job))
+        return refuse({Status::service_unavailable, mState.isStopping ? Outcome::Stopping : Outcome::Overloaded});
     watchForHangUp();
 }
 

@@ -41,7 +41,7 @@ class Session : public std::enable_shared_from_this<Session> {
     Session& operator=(const Session&) = delete;
 
     void start() { readHeader(); }
-    /// Closes the connection unless a request is being worked on or answered.
+    /// Closes the connection unless a request is being worked on or answered; whose request is still coming gets 503.
     void stop();
 
   private:
@@ -84,6 +84,7 @@ class Session : public std::enable_shared_from_this<Session> {
     std::vector<char> mDrained;
     std::size_t mDrainLeft = 0;
     bool mIsBusy = false;
+    bool mIsReadingBody = false;
     bool mHasUnreadBody = false;
 };
 

@@ -43,6 +43,17 @@ class Client {
         return text;
     }
 
+    /// Everything up to so many bytes, or to the connection's end.
+    std::string read(std::size_t size) {
+        std::string text(size, '\0');
+        std::size_t received = 0;
+        for (ssize_t count = 1; received < size && count > 0;) {
+            count = ::recv(mSocket, text.data() + received, size - received, 0);
+            if (count > 0) received += static_cast<std::size_t>(count);
+        }
+        return text.substr(0, received);
+    }
+
     void hangUp() { ::shutdown(mSocket, SHUT_RDWR); }
 
   private:

@@ -41,7 +41,8 @@ class Gate {
     bool mIsOpen = false;
 };
 
-/// Answers with the body it was given; "wait" stops at the gate, "fail" throws, "no" is no picture.
+/// Answers with the body it was given; "wait" stops at the gate, "fail" throws, "no" is no picture, "large" is answered
+/// with more than a connection holds.
 class StubRecogniser final : public Recogniser {
   public:
     explicit StubRecogniser(Gate& gate) : mGate(gate) {}
@@ -53,6 +54,7 @@ class StubRecogniser final : public Recogniser {
         Recognition recognition;
         recognition.isPicture = body != "no";
         recognition.xml = "<" + body + contentLanguage + "/>";
+        if (body == "large") recognition.xml.resize(std::size_t{64} << 20U);
         recognition.fields = body == "empty" ? 0 : 2;
         recognition.stages = {{"look", std::chrono::milliseconds(3)}};
         return recognition;
@@ -364,6 +366,35 @@ TEST_F(HTTPServerTest, ClosesIdleConnectionsWhenItStops) {
     idle.send("POST / HTTP/1.1\r\nHost: x\r\nContent-Length: 3\r\n\r\none");
     mServer->stop();
     idle.readAll();
+    mThread.join();
+    EXPECT_TRUE(mEndedInTime);
+}
+
+TEST_F(HTTPServerTest, RefusesWhoStillSendsWhenItStops) {
+    start();
+    Client slow(mServer->port());
+    slow.send("POST / HTTP/1.1\r\nHost: x\r\nExpect: 100-continue\r\nContent-Length: 9\r\n\r\n");
+    const std::string goOn = "HTTP/1.1 100 Continue\r\n\r\n";
+    EXPECT_EQ(slow.read(goOn.size()), goOn);
+    slow.send("half");
+    mServer->stop();
+    const auto answer = slow.readAll();
+    expectEmpty(answer, "503");
+    EXPECT_NE(answer.find("Retry-After: 1\r\n"), std::string::npos) << answer;
+    slow.hangUp();
+    mThread.join();
+    EXPECT_TRUE(mEndedInTime);
+}
+
+TEST_F(HTTPServerTest, EndsWellWithoutThoseWhoDoNotTakeTheirAnswers) {
+    ServerOptions options;
+    options.stopTime = std::chrono::milliseconds(200);
+    start(options);
+    Client deaf(mServer->port());
+    deaf.send(post("large"));
+    while (metrics()[outcome("read")] == 0) {
+    }
+    mServer->stop();
     mThread.join();
     EXPECT_TRUE(mEndedInTime);
 }
