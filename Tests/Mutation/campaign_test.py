@@ -73,7 +73,7 @@ class SmallBase:
                              "-Wl,-rpath,$ORIGIN/../lib", "-Wl,--enable-new-dtags"]
         self.objects_of = {os.path.realpath(self.room_folder / "Unit.h"): {"unit.o", "tests.o", "support.o"}}
         self.files_of = {name: {self.room_folder / "Unit.h", source} for name, source in self.sources.items()}
-        self.words = {}
+        self.words, self.symbols = {}, {}
         archive = ["ar", "rc", "libsupport.a", "support.o"]
         for command in [*self.compile.values(), archive, self.link_library, self.link_program]:
             status, output = building.run(command, self.build, building.CLEAN_LIMITS)
@@ -85,7 +85,8 @@ class SmallBase:
     def source_of(self, name):
         return self.sources[name]
 
-    mentions = building.Base.mentions
+    knows = building.Base.knows
+    _symbols_of = building.Base._symbols_of
     _words_of = building.Base._words_of
     suites_of = building.Base.suites_of
     environment = building.Base.environment
@@ -106,7 +107,7 @@ class Judging(Folder):
     def setUp(self):
         super().setUp()
         self.base = SmallBase(self.folder)
-        self.worker = Worker(self.base, 0, {"UnitTest": 0.1})
+        self.worker = Worker(self.base, 0, building.CleanTimes({"UnitTest": 0.1}, 1))
 
     def judge(self, name, code, before, after, suites=frozenset({"UnitTest"})):
         return self.worker.judge(name, code, mutant(code, before, after), suites)
@@ -119,6 +120,13 @@ class Judging(Folder):
 
     def test_one_in_a_header_changes_the_tests_too(self):
         self.assertEqual(self.judge("Unit.h", HEADER, "7", "8"), Verdict("killed", "UnitTest.KnowsTheAnswer"))
+
+    def test_what_a_function_in_a_header_is_part_of(self):
+        header = str(self.base.room_folder / "Unit.h")
+        known = {name for name in ("unit.o", "tests.o", "support.o") if self.base.knows(name, "answer(", header)}
+        self.assertEqual(known, {"unit.o", "tests.o"})
+        known = {name for name in ("unit.o", "tests.o", "support.o") if self.base.knows(name, "kQuestion", Path(header))}
+        self.assertEqual(known, {"unit.o"})
 
     def test_one_in_a_header_changes_what_the_tests_share_too(self):
         self.assertEqual(self.judge("Unit.h", HEADER, "3", "4"), Verdict("survived"))
@@ -133,9 +141,9 @@ class Judging(Folder):
         self.assertEqual(self.judge("Unit.cpp", UNIT, "question -= 1;", ";").word, "timeout")
 
     def test_time_goes_by_the_suites_that_are_run(self):
-        worker = Worker(self.base, 1, {"Quick": 0.1, "Slow": 300, "Other": 60})
+        worker = Worker(self.base, 1, building.CleanTimes({"Quick": 0.1, "Slow": 300, "Other": 60}, 0.5))
         self.assertEqual(worker.limits_for({"Quick"}), building.Limits(120, 10, 4 << 30))
-        self.assertEqual(worker.limits_for({"Quick", "Slow"}).processor_seconds, 3001)
+        self.assertEqual(worker.limits_for({"Quick", "Slow"}), building.Limits(3001, 1500.5, 4 << 30))
         self.assertEqual(worker.limits_for(None).seconds, 3601)
 
     def test_without_known_suites_all_are_run(self):

@@ -48,8 +48,8 @@ def line_of(code, position):
 
 def entity_of(header, position):
     """The name of the constant, macro or function of a header that a place belongs to, where nobody knows it but by this
-    name: who does not say it is made of the same code whatever stands there. Nothing when that is not certain, as with
-    the first values of members, which constructors put in unsaid."""
+    name: who does not say it is made of the same code whatever stands there. A function's name has a parenthesis behind it.
+    Nothing when that is not certain, as with the first values of members, which constructors put in unsaid."""
     header = COMMENT.sub(lambda match: " " * len(match.group()), header)
     start = header.rfind("\n", 0, position) + 1
     while start > 0 and header[start] != "#" and not BOUNDARY.search(_last_line(header[:start - 1])):
@@ -62,7 +62,9 @@ def entity_of(header, position):
         mentions = re.findall(rf"(?<=::){name}\b|\b{name}\(", header)
     else:
         mentions = re.findall(rf"\b{name}\b", header)
-    return name if len(mentions) == 1 else None
+    if len(mentions) != 1:
+        return None
+    return name + "(" if match["function"] and "constexpr" not in match.group() else name
 
 
 COMMENT = re.compile(r"//[^\n]*")

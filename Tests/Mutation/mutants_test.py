@@ -153,11 +153,11 @@ class A {
 };
 """
         for place, expected in (('"http://o', "OTHER"), ('"http://h', None), ("1;", "kFirst"), ('"b"', "kLong"), ("2;", None),
-                                ("11", "KindA"), ("12", "KindB"), ("return mText", None), ("mText = text", "setText"),
-                                ("+ k", "both"), ("true", None), ("3;", None)):
+                                ("11", "KindA"), ("12", "KindB"), ("return mText", None), ("mText = text", "setText("),
+                                ("+ k", "both("), ("true", None), ("3;", None)):
             with self.subTest(place):
                 self.assertEqual(entity_of(header, header.index(place)), expected)
-        self.assertEqual(entity_of(header.replace("text() +", "+"), header.index("return mText")), "text")
+        self.assertEqual(entity_of(header.replace("text() +", "+"), header.index("return mText")), "text(")
 
 
 if __name__ == "__main__":

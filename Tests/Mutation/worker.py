@@ -81,7 +81,7 @@ class Worker:
             return {name for name in self.base.library_objects if self.base.source_of(name) == file}
         objects = self.base.objects_of.get(str(file.resolve()), set())
         entity = entity_of(code, mutant.start)
-        return {name for name in objects if self.base.mentions(name, entity, file)} if entity else objects
+        return {name for name in objects if self.base.knows(name, entity, file)} if entity else objects
 
     # Building
 
@@ -156,5 +156,7 @@ class Worker:
 
     def limits_for(self, suites):
         """Ten times what the suites take without a change."""
-        seconds = 10 * sum(time for suite, time in self.clean_times.items() if suites is ALL or suite in suites)
-        return building.Limits(max(LEAST_SECONDS, seconds), max(LEAST_PROCESSOR_SECONDS, seconds), MEMORY)
+        clean = self.clean_times
+        seconds = 10 * sum(time for suite, time in clean.suites.items() if suites is ALL or suite in suites)
+        return building.Limits(max(LEAST_SECONDS, seconds), max(LEAST_PROCESSOR_SECONDS, seconds * clean.processor_share),
+                               MEMORY)
