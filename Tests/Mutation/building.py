@@ -113,13 +113,12 @@ def _end_group(process):
 
 
 class Base:
-    """The unchanged sources, built."""
+    """The unchanged sources in the folder `tree`, built."""
 
-    def __init__(self, root, folder, room, jobs):
+    def __init__(self, folder, room, jobs):
         self.room = room
         self.tree = folder / "tree"
         self.build = folder / "base"
-        mirror(root, self.tree)
         if not (self.build / "build.ninja").is_file():
             self._call(["cmake", "-S", str(self.tree), "-B", str(self.build)] + CONFIGURATION)
         self._call(["ninja", "-C", str(self.build), f"-j{jobs}", room.program])
