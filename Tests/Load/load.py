@@ -264,6 +264,7 @@ def parse(arguments):
 
 def main(arguments=None):
     options = parse(arguments)
+    sys.stdout.reconfigure(line_buffering=True)
     os.makedirs(options.out, exist_ok=True)
     token = "load-0123456789abcdef"
     token_file = os.path.join(options.out, "token")

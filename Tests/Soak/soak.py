@@ -35,7 +35,7 @@ def library(threads, cards):
     """What a process with the library may need. What the system counts varies with what the allocator keeps of what was
     given back, and more so at first."""
     settled = cards >= 2000
-    return {**memory(flatness.Growth(50, 16 / KIB), flatness.Growth((3 if settled else 12) * KIB, 64 / KIB)),
+    return {**memory(flatness.Growth(50, 16 / KIB), flatness.Growth((6 if settled else 24) * KIB, 64 / KIB)),
             "threads": flatness.Most(threads), "descriptors": flatness.Most(STANDARD + CONNECTIONS)}
 
 
@@ -58,10 +58,14 @@ class Driver:
         self.process = subprocess.Popen([os.path.join(options.programs, "SoakDriver"), *map(str, arguments)],
                                         stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True, env=environment)
 
-    def rounds(self):
+    def rounds(self, cards):
         """What it says after each round, while it waits."""
         for line in self.process.stdout:
-            yield json.loads(line)
+            told = json.loads(line)
+            yield told
+            if sys.stderr.isatty():
+                print("\r%d of %d cards" % (told["cards"], cards), end="\r\033[K" if told["cards"] == cards else "",
+                      file=sys.stderr, flush=True)
             self.process.stdin.write("\n")
             self.process.stdin.flush()
 
@@ -124,7 +128,7 @@ def with_stub(options):
     with processes.Server([os.path.join(options.programs, "SoakStub")]) as stub:
         driver = Driver(options, ["--server", "http://127.0.0.1:%d/" % stub.port, "--cards", options.cards,
                                   "--round", options.round] + (["--plant", options.plant] if options.plant else []))
-        for last in driver.rounds():
+        for last in driver.rounds(options.cards):
             samples.append(sample(last["cards"], driver.process.pid, last["heap"]))
         status = driver.end()
     if last is None:
@@ -169,7 +173,7 @@ def with_recogniser(options):
     with processes.Server(command) as recod:
         driver = Driver(options, ["--server", "http://127.0.0.1:%d/" % recod.port, "--cards", options.real, "--round",
                                   options.real_round, "--list", cards])
-        for last in driver.rounds():
+        for last in driver.rounds(options.real):
             host.append(sample(last["cards"], driver.process.pid, last["heap"]))
             server.append(sample(last["cards"], recod.pid, engine_memory(recod.port)))
         status = driver.end()
@@ -194,6 +198,7 @@ def parse(arguments):
 
 def main(arguments=None):
     options = parse(arguments)
+    sys.stdout.reconfigure(line_buffering=True)
     os.makedirs(options.out, exist_ok=True)
     problems = with_stub(options) if options.cards else []
     if options.real:
