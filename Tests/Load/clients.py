@@ -50,7 +50,7 @@ class Good(Client):
 
     def ask(self, turn):
         card = self.scene.cards[(self.number + turn) % len(self.scene.cards)]
-        picture = self.scene.picture_for(card, self.number, turn)
+        picture = self.scene.picture_for(card)
         was_kept = self._line is not None
         if not was_kept:
             self._line = wire.Line(self.scene.port_for(self.number, turn))
