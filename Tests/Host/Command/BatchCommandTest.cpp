@@ -107,8 +107,15 @@ TEST_F(BatchCommand, SaysALineForEachCardWhereThereIsNoTerminal) {
     recognise({{"name", "Ada\u202e Example"}, {"company", "Example Ltd"}});
     const auto result = batch();
     EXPECT_EQ(linesIn(result.error), 2U);
-    EXPECT_THAT(result.error,
-                AllOf(HasSubstr("1/2 card"), HasSubstr(": Ada"), HasSubstr("2/2 card"), Not(HasSubstr("\u202e"))));
+    EXPECT_THAT(result.error, AllOf(HasSubstr("1/2 card"), HasSubstr("2/2 card"), HasSubstr(": read\n")));
+    EXPECT_THAT(result.error, AllOf(Not(HasSubstr("Ada")), Not(HasSubstr("Example"))));
+}
+
+TEST_F(BatchCommand, SaysWhatStandsOnEachCardWhenTheLogIsAskedFor) {
+    addPictures(1);
+    recognise({{"name", "Ada\u202e Example"}, {"company", "Example Ltd"}});
+    const auto result = batch({"--verbose"});
+    EXPECT_THAT(result.error, AllOf(HasSubstr("1/1 card"), HasSubstr(": Ada"), Not(HasSubstr("\u202e"))));
 }
 
 TEST_F(BatchCommand, ShowsABarOnATerminalAndTakesItAway) {
