@@ -104,8 +104,8 @@ class Journal:
 
 
 class FirstTests:
-    """Which tests may know a file: those of its unit, of what includes it where the unit has none, and all that killed
-    a mutant of it before. They are tried before the rest."""
+    """Which tests may know a file, in the order in which they are tried before the rest: those of its unit; those of units
+    that are called alike, or of what includes it where there are none, and all that killed a mutant of it before."""
 
     def __init__(self, base, journal):
         self.base = base
@@ -122,19 +122,21 @@ class FirstTests:
 
     def of(self, name):
         seen, units = set(), [os.path.splitext(os.path.basename(name))[0]]
+        own = self._suites_of_unit(units[0], exactly=True)
         suites = set()
         while units and not suites:
             seen |= set(units)
             for unit in units:
                 suites |= self._suites_of_unit(unit)
             units = sorted({user for unit in units for user in self.includers.get(unit + ".h", ())} - seen)
-        return suites | self.journal.killers_of(name)
+        suites |= self.journal.killers_of(name)
+        return [step for step in (own, suites - own) if step]
 
-    def _suites_of_unit(self, unit):
+    def _suites_of_unit(self, unit, exactly=False):
         suites = set()
         for test in self.base.test_objects:
             stem = self.base.source_of(test).stem
-            if stem.startswith(unit) and stem.endswith("Test"):
+            if stem == unit + "Test" or (not exactly and stem.startswith(unit) and stem.endswith("Test")):
                 suites |= set(self.base.suites_of(test))
         return suites
 

@@ -110,7 +110,7 @@ class Judging(Folder):
         self.worker = Worker(self.base, 0, building.CleanTimes({"UnitTest": 0.1}, 1))
 
     def judge(self, name, code, before, after, suites=frozenset({"UnitTest"})):
-        return self.worker.judge(name, code, mutant(code, before, after), suites)
+        return self.worker.judge(name, code, mutant(code, before, after), [suites] if suites else [])
 
     def test_one_that_a_test_notices_is_killed(self):
         self.assertEqual(self.judge("Unit.cpp", UNIT, "==", "!="), Verdict("killed", "UnitTest.KnowsTheAnswer"))
@@ -154,6 +154,15 @@ class Judging(Folder):
         self.assertEqual((self.worker.room_folder / "Unit.cpp").read_text(), UNIT)
         self.assertEqual((self.base.room_folder / "Unit.cpp").read_text(), UNIT)
         self.assertEqual(self.judge("Unit.cpp", UNIT, "8", "9"), Verdict("survived"))
+
+    def test_the_tests_of_the_unit_are_tried_first(self):
+        journal = campaign.Journal(self.folder / "journal")
+        first = campaign.FirstTests(self.base, journal)
+        self.assertEqual(first.of("Unit.cpp"), [{"UnitTest"}])
+        self.assertEqual(first.of("Other.cpp"), [])
+        other = campaign.Case("Unit.cpp", UNIT, mutants_of(UNIT)[0])
+        journal.add(other, Verdict("killed", "Rows/OtherTest.Knows/1"), 1)
+        self.assertEqual(first.of("Unit.cpp"), [{"UnitTest"}, {"OtherTest"}])
 
     def test_a_campaign_tells_of_each(self):
         cases = campaign.cases_of(self.base.room_folder)

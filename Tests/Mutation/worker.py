@@ -53,7 +53,7 @@ class Worker:
             place.symlink_to(target)
 
     def judge(self, name, code, mutant, first_suites):
-        """What becomes of a mutant of the file `name` of the room. `first_suites`: of tests that may know it."""
+        """What becomes of a mutant of the file `name` of the room. `first_suites`: sets of suites that may know it."""
         changed = self.room_folder / name
         changed.write_text(mutant.apply(code))
         try:
@@ -69,7 +69,7 @@ class Worker:
         if self._compile(built) is not None or not self._link_library(built):
             return Verdict("does-not-compile")
         affected = [name for name in self.base.test_objects if name in objects]
-        for suites in ([first_suites] if first_suites else []) + [ALL]:
+        for suites in first_suites + [ALL]:
             verdict = self._test(affected, suites)
             if verdict.word != "survived":
                 break
