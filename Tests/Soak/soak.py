@@ -42,7 +42,8 @@ def library(threads, cards):
 def recogniser(first):
     """What the server may need; its engines load a language when it is first asked for."""
     return {**memory(flatness.Growth(16 * KIB, 4), flatness.Growth(48 * KIB, 16)),
-            "threads": flatness.Most(first["threads"]), "descriptors": flatness.Most(first["descriptors"] + CONNECTIONS)}
+            "threads": flatness.Most(first["threads"]),
+            "descriptors": flatness.Most(first["descriptors"] + CONNECTIONS)}
 
 
 def kibibytes(count):
@@ -134,7 +135,8 @@ def with_stub(options):
     if last is None:
         return ["the driver said nothing, and ended with status %d" % status]
     say_ends(last)
-    return report("library with stub", samples, library(ALONE_AND_PEOPLE, options.cards), options.out) + problems_of_ends(last, options.cards, status)
+    return (report("library with stub", samples, library(ALONE_AND_PEOPLE, options.cards), options.out) +
+            problems_of_ends(last, options.cards, status))
 
 
 def list_of_cards(options):
@@ -181,7 +183,8 @@ def with_recogniser(options):
         return ["the driver said nothing, and ended with status %d" % status]
     say_ends(last)
     return (report("library with recogniser", host, library(ALONE, options.real), options.out) +
-            report("recogniser", server, recogniser(server[0]), options.out) + problems_of_ends(last, options.real, status))
+            report("recogniser", server, recogniser(server[0]), options.out) +
+            problems_of_ends(last, options.real, status))
 
 
 def parse(arguments):
