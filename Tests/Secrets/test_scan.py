@@ -114,6 +114,21 @@ class Scan(Road):
         self.leaks.look_into_folder(self.folder)
         self.assertEqual([], self.leaks)
 
+    def test_contacts_tell_none(self):
+        self.scan()
+        login = ["--carddav-login-file", self.secret_file("CardDAV user", "CardDAV password")]
+        bad = always(401, {"WWW-Authenticate": 'Basic realm="x"'}, "no")
+        good = self.dav.answer
+        for answer, status in ((good, 0), (bad, 1), (always(302, {"Location": self.stranger.url(BOOK)}), 1)):
+            self.dav.answer = answer
+            for call in (["list"], ["find", "zq@example.com"], ["show", "Zephyrine"]):
+                for more, environment in (([], None), (login, self.environment(secrets=False))):
+                    words = ["contacts", *call, "--carddav", self.dav.url(BOOK), *more]
+                    result = self.run_program("qvcardscan", *words, environment=environment)
+                    if call == ["list"]:
+                        self.assertEqual(status, min(result.returncode, 1), result.stderr)
+        self.expect_no_leak()
+
     def test_wrong_calls_do_not_repeat_what_they_were_given(self):
         token = SECRETS["recognition token"]
         quoted = "p%22w-" + SECRETS["CardDAV user"].replace("+", "").replace("@", "")[:20]
