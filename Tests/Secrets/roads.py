@@ -91,7 +91,7 @@ class Road(unittest.TestCase):
         options = ["--server", self.recogniser.url("/recognise")]
         return options + (["--token-file", self.secret_file("recognition token")] if from_files else [])
 
-    def run_program(self, program, *arguments, environment=None, timeout=120, **more):
+    def run_program(self, program, *arguments, environment=None, timeout=300, **more):
         call = [BINARIES / program, *arguments]
         result = subprocess.run(
             [str(word) for word in call], env=environment or self.environment(), capture_output=True, timeout=timeout, **more
