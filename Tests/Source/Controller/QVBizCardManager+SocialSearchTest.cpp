@@ -7,6 +7,7 @@
 #include <cmath>
 #include <iterator>
 #include <limits>
+#include <stdexcept>
 
 using namespace std::chrono_literals;
 
@@ -178,6 +179,26 @@ TEST_F(SocialSearchTest, AsksTheHostsLoopForNoDelayInThePast) {
         mManager->addSocialSearchRequestFromCardProcessingResponse(scannedCard());
     }
     EXPECT_THAT(executor->delays, ElementsAre(0ns, 0ns, 0ns, 1s));
+}
+
+/// A host's loop that takes nothing.
+struct ThrowingExecutor : qv::MainExecutor {
+    void dispatchAsync(std::function<void()>) override { throw std::runtime_error("no loop for work"); }
+    void dispatchAfter(std::chrono::nanoseconds, std::function<void()>) override {
+        throw std::runtime_error("no loop for delays");
+    }
+    bool isMainThread() const override { return false; }
+};
+
+TEST_F(SocialSearchTest, LogsWhatTheHostsLoopThrows) {
+    const auto executor = std::make_shared<ThrowingExecutor>();
+    qv::MainQueue::setExecutor(executor);
+    mManager->addSocialSearchRequestFromCardProcessingResponse(scannedCard());
+    EXPECT_EQ(mLog.count("<ERROR> Exception from the main executor: no loop for delays"), 1U);
+    ASSERT_EQ(mSearch->requests.size(), 1U) << "the search goes on without a time-out";
+    mSearch->answer(0, nullptr);
+    EXPECT_EQ(mLog.count("<ERROR> Exception from the main executor: no loop for work"), 1U);
+    EXPECT_THAT(mHeard, IsEmpty());
 }
 
 TEST_F(SocialSearchTest, NeverTimesOutAfterForEver) {
