@@ -104,6 +104,9 @@ TEST_F(QVLinkFetcherTest, TakesWhatTheHostThrowsForNothing) {
     QVLinkFetcher::setFetcher([](const std::string&) -> std::optional<qv::Data> { throw std::runtime_error("host"); });
     EXPECT_EQ(QVLinkFetcher::contentsOfLink("http://example.com/"), std::nullopt);
     EXPECT_THAT(log.messages(), ElementsAre("<ERROR> Exception from the host's link fetcher: host"));
+    QVLinkFetcher::setFetcher([](const std::string&) -> std::optional<qv::Data> { throw 7; });
+    EXPECT_EQ(QVLinkFetcher::contentsOfLink("http://example.com/"), std::nullopt);
+    EXPECT_EQ(log.messages().back(), "<ERROR> Exception from the host's link fetcher");
 }
 
 }  // namespace

@@ -268,4 +268,18 @@ TEST(QVSocialProfileDescription, TellsAbsentFromEmptyAndLeavesThePictureOut) {
               "  Facebook: (null)");
 }
 
+TEST(QVSocialProfileDescription, HasALineForEachNumberHandleAndAddress) {
+    QVSocialProfile profile;
+    profile.mergeWithPhoneNumberSet(social::phones({{"Work", "555-0100"}}));
+    profile.mergeWithTwitterSet(social::handles({"jordan"}));
+    profile.setAddressList({QVPostalAddress::addressWithLabel("Home", "1 Example Lane")});
+    EXPECT_EQ(profile.description(),
+              "Social profile of type 0, record (null): (null), (null), (null)\n"
+              "  Work: 555-0100\n"
+              "  Twitter: jordan\n"
+              "  Home: 1 Example Lane\n"
+              "  LinkedIn: (null)\n"
+              "  Facebook: (null)");
+}
+
 }  // namespace

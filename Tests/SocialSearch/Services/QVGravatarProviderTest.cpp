@@ -29,6 +29,15 @@ TEST_F(QVGravatarProviderTest, AsksForTheDigestOfTheTrimmedLowerCaseAddress) {
     EXPECT_THAT(mLog.messages(), IsEmpty()) << "not to be found is no failure";
 }
 
+TEST_F(QVGravatarProviderTest, TakesAnAddressWithOrWithoutAStrokeAtItsEnd) {
+    mService.respond(ScriptedServer::answer(404, ""));
+    const auto slashed = providerAt(mService.url("") + "//");
+    EXPECT_EQ(slashed->name(), "Gravatar");
+    find(slashed);
+    ASSERT_EQ(asked(), 1U);
+    EXPECT_TRUE(mService.requests().front().target.starts_with("/v3/profiles/")) << mService.requests().front().target;
+}
+
 struct HostileRow {
     const char* name;
     std::string body;

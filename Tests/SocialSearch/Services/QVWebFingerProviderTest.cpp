@@ -24,6 +24,10 @@ TEST_F(QVWebFingerProviderTest, AsksTheDomainForItsAccount) {
     EXPECT_THAT(mLog.messages(), IsEmpty());
 }
 
+TEST_F(QVWebFingerProviderTest, HasAName) {
+    EXPECT_EQ(QVWebFingerProvider().name(), "WebFinger");
+}
+
 struct AccountRow {
     const char* name;
     std::string address;
