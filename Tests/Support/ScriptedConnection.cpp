@@ -1,5 +1,6 @@
 #include "Support/ScriptedConnection.h"
 
+#include <poll.h>
 #include <sys/socket.h>
 #include <sys/types.h>
 
@@ -35,6 +36,13 @@ void ScriptedConnection::waitUntilClosed() {
     while (readMore()) {
     }
     mIsOpen = false;
+}
+
+bool ScriptedConnection::isClosedWithin(std::chrono::milliseconds time) {
+    pollfd end{mSocket, POLLIN, 0};
+    if (mIsOpen && ::poll(&end, 1, static_cast<int>(time.count())) > 0) mIsOpen = readMore();
+    mReceived.clear();
+    return !mIsOpen;
 }
 
 bool ScriptedConnection::readMore() {

@@ -2,6 +2,7 @@
 
 #include "Support/ScriptedRequest.h"
 
+#include <chrono>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,6 +25,9 @@ class ScriptedConnection {
 
     /// Says nothing more until the other side gives up (or the server ends).
     void waitUntilClosed();
+
+    /// Waits that long for the other side to go; says whether it went. What it sends meanwhile is dropped.
+    bool isClosedWithin(std::chrono::milliseconds time);
 
     bool isOpen() const { return mIsOpen; }
 
