@@ -47,8 +47,9 @@ struct HTTPRequest {
     /// Seconds without any progress after which the call ends (libcurl's code 28); 0 is no limit. Names, connections
     /// and their handshakes have as long in all.
     long stallSeconds = 60;
-    /// Seconds for the whole call, redirects included; 0 is no limit.
-    long totalSeconds = 0;
+    /// Seconds for the whole call, redirects included; 0 is no limit. An answer that comes byte by byte makes progress
+    /// all the time.
+    long totalSeconds = 600;
     /// The moment at which the whole call ends at the latest, redirects included; absent is no limit.
     std::optional<std::chrono::steady_clock::time_point> deadline{};
     /// Bytes; a larger answer ends the call with `AnswerTooLarge`.
