@@ -2,6 +2,9 @@
 
 #include "QVPlatform/Log.h"
 
+#include <sys/types.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <condition_variable>
 #include <iterator>
@@ -32,7 +35,9 @@ struct OperationQueue::State {
     /// Threads that run an operation or its completion block.
     std::size_t busy = 0;
     bool closed = false;
+    pid_t process = ::getpid();
 
+    [[nodiscard]] Operations takeWorkOfParent();
     void append(std::shared_ptr<Operation> operation);
     bool needsThread() const { return waiting > threads - busy && threads < maxCount; }
     Operations::iterator take();
@@ -42,6 +47,18 @@ struct OperationQueue::State {
     void runNext(std::unique_lock<std::mutex>& lock);
     static void work(const std::shared_ptr<State>& state);
 };
+
+/// A process that was forked has none of its parent's threads: what they run is the parent's to end, and what waits
+/// needs threads of its own. The caller lets go of what it gets when it holds the lock no more.
+Operations OperationQueue::State::takeWorkOfParent() {
+    Operations work;
+    if (process == ::getpid()) return work;
+    process = ::getpid();
+    work.splice(work.end(), operations, operations.begin(), next);
+    threads = 0;
+    busy = 0;
+    return work;
+}
 
 void OperationQueue::State::append(std::shared_ptr<Operation> operation) {
     operations.push_back(std::move(operation));
@@ -96,7 +113,9 @@ bool OperationQueue::State::startThread(const std::shared_ptr<State>& self) {
 
 /// Says whether the queue has all the threads that it wants.
 bool OperationQueue::State::add(const std::shared_ptr<State>& self, std::shared_ptr<Operation> operation) {
+    Operations workOfParent;
     const std::lock_guard lock(self->mutex);
+    workOfParent = self->takeWorkOfParent();
     self->append(std::move(operation));
     self->workArrived.notify_one();
     return !self->needsThread() || self->startThread(self);
@@ -129,7 +148,9 @@ void OperationQueue::addOperation(std::shared_ptr<Operation> operation) {
 }
 
 std::vector<std::shared_ptr<Operation>> OperationQueue::operations() const {
+    Operations workOfParent;
     const std::lock_guard lock(mState->mutex);
+    workOfParent = mState->takeWorkOfParent();
     return {mState->operations.begin(), mState->operations.end()};
 }
 

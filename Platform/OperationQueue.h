@@ -15,6 +15,9 @@ namespace qv {
 /// returned, so a block that waits holds one of the queue's places.
 ///
 /// Destroying the queue does not wait: what it holds is still run to its end by its threads, which outlive it.
+///
+/// In a process that was forked the queue makes threads of its own; what ran in the parent is run there only, and what
+/// waited there at that moment is run in both.
 class QV_EXPORT OperationQueue {
   public:
     /// A count of 0 is taken for 1.
