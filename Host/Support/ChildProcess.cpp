@@ -75,6 +75,7 @@ class SpawnSettings {
         sigemptyset(&signals);
         ::posix_spawnattr_setsigmask(&mAttributes, &signals);
         sigaddset(&signals, SIGPIPE);
+        sigaddset(&signals, SIGXFSZ);
         ::posix_spawnattr_setsigdefault(&mAttributes, &signals);
         ::posix_spawnattr_setflags(&mAttributes,
                                    POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);

@@ -25,6 +25,8 @@ std::string& statusLine = *new std::string;
 
 void prepare() {
     (void)std::signal(SIGPIPE, SIG_IGN);
+    // What passes the user's limit for files fails like any other write, and is told.
+    (void)std::signal(SIGXFSZ, SIG_IGN);
     // Open for reading only: what is written to a stream that was closed still fails.
     while (true) {
         const int number = ::open("/dev/null", O_RDONLY);
