@@ -17,7 +17,7 @@ class Aftermath {
     /// Fails the running test unless there are as many threads and descriptors as before, memory did not grow by more
     /// than `mostMegabytes` meanwhile, and no more time went by. Threads that have nothing more to do get the time to
     /// end. The sanitizers keep memory that was freed; under them it is not compared.
-    void expectAsBefore(std::size_t mostMegabytes, std::chrono::seconds mostTime = std::chrono::seconds(60)) const;
+    void expectAsBefore(std::size_t mostMegabytes, std::chrono::seconds mostTime = std::chrono::seconds(200)) const;
 
     static std::size_t threads();
     static std::size_t descriptors();
