@@ -33,18 +33,19 @@ bool mustFail() {
 
 }  // namespace
 
-// Everything that this program and its libraries allocate in C++ comes through here.
-void* operator new(std::size_t size) {
+// Everything that this program and its libraries allocate in C++ comes through here. Not inline: GCC takes a free()
+// that it sees next to an operator new for a mistake.
+[[gnu::noinline]] void* operator new(std::size_t size) {
     if (mustFail()) throw std::bad_alloc();
     if (void* memory = std::malloc(size > 0 ? size : 1)) return memory;
     throw std::bad_alloc();
 }
 
-void operator delete(void* memory) noexcept {
+[[gnu::noinline]] void operator delete(void* memory) noexcept {
     std::free(memory);
 }
 
-void operator delete(void* memory, std::size_t) noexcept {
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept {
     std::free(memory);
 }
 
