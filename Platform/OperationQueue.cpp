@@ -1,20 +1,30 @@
 #include "QVPlatform/OperationQueue.h"
 
+#include "Guarded.h"
 #include "QVPlatform/Log.h"
+#include "QVPlatform/MainQueue.h"
 
 #include <sys/types.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <condition_variable>
+#include <exception>
 #include <iterator>
 #include <list>
 #include <mutex>
-#include <system_error>
 #include <thread>
 #include <utility>
 
 namespace qv {
+namespace {
+
+/// A system without a thread to give is asked again so often and so many times: for two seconds.
+constexpr std::chrono::milliseconds kUntilNextTry{100};
+constexpr int kMostRefusals = 20;
+
+}  // namespace
 
 using Operations = std::list<std::shared_ptr<Operation>>;
 
@@ -35,15 +45,20 @@ struct OperationQueue::State {
     /// Threads that run an operation or its completion block.
     std::size_t busy = 0;
     bool closed = false;
+    /// Whether the main executor will ask for a thread, and how often it was refused one.
+    bool trying = false;
+    int refusals = 0;
     pid_t process = ::getpid();
 
     [[nodiscard]] Operations takeWorkOfParent();
     void append(std::shared_ptr<Operation> operation);
-    bool needsThread() const { return waiting > threads - busy && threads < maxCount; }
+    bool needsThread() const { return waiting + busy > threads && threads < maxCount; }
     Operations::iterator take();
     void leave(Operations::iterator position);
     bool startThread(const std::shared_ptr<State>& self);
     static bool add(const std::shared_ptr<State>& self, std::shared_ptr<Operation> operation);
+    static void tryLater(const std::shared_ptr<State>& self);
+    static void tryAgain(const std::shared_ptr<State>& self);
     void runNext(std::unique_lock<std::mutex>& lock);
     static void work(const std::shared_ptr<State>& state);
 };
@@ -106,7 +121,8 @@ bool OperationQueue::State::startThread(const std::shared_ptr<State>& self) {
         std::thread([self] { work(self); }).detach();
         ++threads;
         return true;
-    } catch (const std::system_error&) {
+    } catch (const std::exception&) {
+        // The system has none, or no memory for one.
         return false;
     }
 }
@@ -119,6 +135,37 @@ bool OperationQueue::State::add(const std::shared_ptr<State>& self, std::shared_
     self->append(std::move(operation));
     self->workArrived.notify_one();
     return !self->needsThread() || self->startThread(self);
+}
+
+void OperationQueue::State::tryLater(const std::shared_ptr<State>& self) {
+    {
+        const std::lock_guard lock(self->mutex);
+        if (self->trying) return;
+        self->trying = true;
+    }
+    bool taken = false;
+    runGuarded("the main executor", [&] {
+        MainQueue::executor()->dispatchAfter(kUntilNextTry, [self] { tryAgain(self); });
+        taken = true;
+    });
+    if (taken) return;
+    const std::lock_guard lock(self->mutex);
+    self->trying = false;
+}
+
+/// On the main executor. When it was refused often enough, the work is done right here, one operation at a time: that
+/// holds up the main thread, but nothing waits for ever.
+void OperationQueue::State::tryAgain(const std::shared_ptr<State>& self) {
+    std::unique_lock lock(self->mutex);
+    self->trying = false;
+    if (self->waiting == 0 || self->threads > 0) return;
+    if (self->startThread(self)) {
+        self->refusals = 0;
+        return;
+    }
+    if (++self->refusals >= kMostRefusals) self->runNext(lock);
+    lock.unlock();
+    tryLater(self);
 }
 
 OperationQueue::OperationQueue(std::size_t maxConcurrentOperationCount)
@@ -142,8 +189,9 @@ void OperationQueue::addOperation(std::shared_ptr<Operation> operation) {
         return;
     }
     if (!State::add(mState, std::move(operation))) {
-        // The work stays in the queue: a thread that there is takes it, or the next operation tries again.
+        // The work stays in the queue: a thread that there is takes it, or one that there is later.
         Log::write("<ERROR> The system has no thread for the operation queue; its work is delayed.");
+        State::tryLater(mState);
     }
 }
 

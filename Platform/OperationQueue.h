@@ -14,6 +14,9 @@ namespace qv {
 /// completion block runs, on the thread that ran its `main`; that thread takes the next operation when the block has
 /// returned, so a block that waits holds one of the queue's places.
 ///
+/// Where the system has no thread at all to give, the queue asks again for two seconds, on the main executor, and then
+/// does the work there: that holds the main thread up, but ends what was added.
+///
 /// Destroying the queue does not wait: what it holds is still run to its end by its threads, which outlive it.
 ///
 /// In a process that was forked the queue makes threads of its own; what ran in the parent is run there only, and what

@@ -4,6 +4,7 @@
 #include "Faults/RecognitionRoad.h"
 #include "QVPlatform/Log.h"
 #include "Source/Controller/ManagerFixtures.h"
+#include "Support/DrivenMainQueue.h"
 #include "Support/ResourceFolder.h"
 
 #include <fcntl.h>
@@ -99,7 +100,10 @@ INSTANTIATE_TEST_SUITE_P(Faults, AHostFault, testing::ValuesIn(kFaults),
                          [](const auto& row) { return std::string(row.param.name); });
 
 /// A manager, and cards that wait at a server until they are let go.
-class WithCardsOnTheirWay : public managers::Manager {};
+class WithCardsOnTheirWay : public managers::Manager {
+  protected:
+    testsupport::DrivenMainQueue mMain;
+};
 
 TEST_F(WithCardsOnTheirWay, ThreadsThatTheSystemRefusesDelayThem) {
     managers::OutcomePtr delayed;
@@ -113,6 +117,35 @@ TEST_F(WithCardsOnTheirWay, ThreadsThatTheSystemRefusesDelayThem) {
     expectCompleted(add("two"));
     expectCompleted(delayed);
     EXPECT_EQ(delayed->response->contactName(), "Jordan Example");
+}
+
+TEST_F(WithCardsOnTheirWay, ThreadsThatNeverComeLeaveTheWorkToTheMainThread) {
+    const NoThreads refused;
+    // The tests' own server would want threads, too.
+    mManager->setServerURL("http://127.0.0.1:1/");
+    const auto first = add("one");
+    const auto second = add("two");
+    for (int tries = 0; tries < 19; ++tries)
+        mMain.pass(std::chrono::milliseconds(100));
+    EXPECT_FALSE(first->released.isOpen());
+    mMain.pass(std::chrono::milliseconds(100));
+    expectCompleted(first);
+    EXPECT_FALSE(second->released.isOpen()) << "one at a time, so that the main thread comes to its own work";
+    mMain.pass(std::chrono::milliseconds(100));
+    expectCompleted(second);
+    EXPECT_THAT(scans::codesOf(second->response->errors()), ElementsAre(2));
+}
+
+TEST_F(WithCardsOnTheirWay, AThreadThatTheSystemHasLaterTakesTheWork) {
+    managers::OutcomePtr delayed;
+    {
+        const NoThreads refused;
+        delayed = add("one");
+        mMain.pass(std::chrono::milliseconds(100));
+    }
+    mServer.letAllGo();
+    mMain.pass(std::chrono::milliseconds(100));
+    expectCompleted(delayed);
 }
 
 /// A signal that ends a process unless somebody asked for another end. Nobody here does.
