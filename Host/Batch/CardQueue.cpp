@@ -1,6 +1,7 @@
 #include "Batch/CardQueue.h"
 
 #include "QVCardScan/QVBizCardManager.h"
+#include "Support/MainWork.h"
 
 #include <condition_variable>
 #include <deque>
@@ -48,6 +49,7 @@ bool CardQueue::add(Flight flight, const std::optional<std::string>& language) {
 }
 
 std::optional<CardQueue::Landing> CardQueue::take(std::chrono::milliseconds within) {
+    runMainWork();
     std::optional<ScanOutcome> outcome = mArrivals->take(within);
     const auto found = outcome ? mFlights.find(outcome->noteUUID) : mFlights.end();
     if (found == mFlights.end()) return std::nullopt;

@@ -3,6 +3,7 @@
 #include "QVCardScan/QVBizCardManager.h"
 #include "QVCardScan/QVCardProcessingError.h"
 #include "Scan/RecognisedCard.h"
+#include "Support/MainWork.h"
 #include "Support/Messages.h"
 #include "Support/Random.h"
 
@@ -73,8 +74,12 @@ Result<ScanOutcome> CardScan::runOnce(const ScanRequest& request) {
     if (!access) Messages::say(access.failure().message);
     const auto promise = std::make_shared<std::promise<ScanOutcome>>();
     const auto keep = [promise](ScanOutcome outcome) { promise->set_value(std::move(outcome)); };
-    if (start(request, access ? &*access : nullptr, keep)) return promise->get_future().get();
-    return Failure{ExitStatus::Incomplete, "The library refused the card. Run again with --verbose to see why."};
+    if (!start(request, access ? &*access : nullptr, keep))
+        return Failure{ExitStatus::Incomplete, "The library refused the card. Run again with --verbose to see why."};
+    std::future<ScanOutcome> outcome = promise->get_future();
+    while (outcome.wait_for(kBetweenMainWork) != std::future_status::ready)
+        runMainWork();
+    return outcome.get();
 }
 
 std::optional<std::string> CardScan::start(const ScanRequest& request, const ServerAccess* access,
