@@ -63,9 +63,10 @@ class ARoad : public testing::TestWithParam<NetworkFault> {
         }
         before.expectAsBefore(GetParam().megabytes);
     }
-    /// Not before its time, and not long after it, on a machine that has other things to do.
+    /// Not before its time, and not long after it, on a machine that has other things to do. A clock may jump before a
+    /// transfer has looked at it; then a whole minute without progress comes behind the jump.
     void expectEndBetween(long seconds, long mostSeconds, long speed) const {
-        constexpr long kPatience = 60;
+        constexpr long kPatience = 120;
         EXPECT_GE(mTime, std::chrono::seconds(seconds));
         EXPECT_LE(mTime, std::chrono::seconds(mostSeconds + kPatience * speed));
     }
