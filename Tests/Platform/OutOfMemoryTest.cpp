@@ -3,6 +3,7 @@
 #include "QVPlatform/Log.h"
 #include "QVPlatform/MainQueue.h"
 #include "QVPlatform/XMLParser.h"
+#include "Support/FailingMemory.h"
 #include "Support/HTTPRequests.h"
 #include "Support/ScriptedServer.h"
 #include "Support/TemporaryFolder.h"
@@ -10,62 +11,17 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <memory>
-#include <new>
 #include <stdexcept>
 #include <string>
 
-// What becomes of a piece of work when memory gives out at any of its allocations, one after the other. Libraries in C
-// allocate for themselves and find enough.
-
-namespace {
-
-/// How many allocations of this thread are left until one fails; none does while it is negative.
-thread_local long tLeft = -1;
-thread_local bool tFailed = false;
-
-bool mustFail() {
-    if (tLeft < 0 || tLeft-- > 0) return false;
-    tFailed = true;
-    return true;
-}
-
-}  // namespace
-
-// Everything that this program and its libraries allocate in C++ comes through here. Not inline: GCC takes a free()
-// that it sees next to an operator new for a mistake.
-[[gnu::noinline]] void* operator new(std::size_t size) {
-    if (mustFail()) throw std::bad_alloc();
-    if (void* memory = std::malloc(size > 0 ? size : 1)) return memory;
-    throw std::bad_alloc();
-}
-
-[[gnu::noinline]] void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
+// What becomes of a piece of work when memory gives out at any of its allocations, one after the other.
 
 namespace {
 
 using qv::Image;
 using qv::ImageFileType;
 using namespace testsupport;
-
-/// From now on so many allocations of this thread succeed, and the next one fails.
-void failAfter(long count) {
-    tFailed = false;
-    tLeft = count;
-}
-
-/// All succeed again. Says whether one has failed.
-bool endFailing() {
-    tLeft = -1;
-    return tFailed;
-}
 
 TEST(OutOfMemory, EndsAnExchangeInAnError) {
     ScriptedServer server;
