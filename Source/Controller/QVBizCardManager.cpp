@@ -2,6 +2,7 @@
 
 #include "QVCardScan/QVCardProcessingOperation.h"
 #include "QVPlatform/AssertionHandler.h"
+#include "QVPlatform/Guarded.h"
 #include "QVPlatform/Log.h"
 
 #include <algorithm>
@@ -75,15 +76,16 @@ void QVBizCardManager::addRequest(std::shared_ptr<QVCardProcessingRequest> reque
 
 void QVBizCardManager::completeOperation(const QVCardProcessingOperation& operation,
                                          const SearchCredentials& credentials, const Completion& completion) {
-    const bool cancelled = operation.isCancelled();
-    const QVString operationID = operation.operationID();
-    if (cancelled) {
-        qv::Log::write("<INFO> Operation with ID: %@ is cancelled!", operationID);
+    if (operation.isCancelled()) {
+        qv::Log::write("<INFO> Operation with ID: %@ is cancelled!", operation.operationID());
         return;
     }
-    qv::Log::write("<INFO> Operation with ID: %@ completed!", operationID);
     const auto response = operation.response();
-    if (credentials.allowSearchFor(response)) response->setWillStartLinkedInSearch(true);
+    // A host that waits for its card is told of its end also when there is no memory left for these.
+    qv::runGuarded("the end of an operation", [&] {
+        qv::Log::write("<INFO> Operation with ID: %@ completed!", operation.operationID());
+        if (credentials.allowSearchFor(response)) response->setWillStartLinkedInSearch(true);
+    });
     completion(response);
 }
 

@@ -55,7 +55,7 @@ class QV_EXPORT QVBizCardManager : public qv::Object {
 
     /// `addRequest:completion:` Queues one card. A request that is refused (see `canWeAddRequestToQueue`) is logged and
     /// never completed. The completion is required; it is called once, on a background thread, unless the request was
-    /// cancelled.
+    /// cancelled. Its response is null when the operation made none: without a token, or where memory ran out.
     void addRequest(std::shared_ptr<QVCardProcessingRequest> request, Completion completion);
 
     /// `cancelRequestWithIDString:` Cancels every queued operation of that note that has not finished.
