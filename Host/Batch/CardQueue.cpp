@@ -4,7 +4,7 @@
 #include "Support/MainWork.h"
 
 #include <condition_variable>
-#include <deque>
+#include <list>
 #include <mutex>
 #include <utility>
 
@@ -14,11 +14,13 @@ namespace qvhost {
 struct CardQueue::Arrivals {
     std::mutex mutex;
     std::condition_variable came;
-    std::deque<ScanOutcome> outcomes;
+    std::list<ScanOutcome> outcomes;
 
-    void add(ScanOutcome outcome) {
+    /// `place`, with one element, becomes the outcome's: it was made when there was memory.
+    void add(ScanOutcome outcome, std::list<ScanOutcome>& place) {
         const std::lock_guard lock(mutex);
-        outcomes.push_back(std::move(outcome));
+        place.front() = std::move(outcome);
+        outcomes.splice(outcomes.end(), place);
         came.notify_one();
     }
 
@@ -41,8 +43,10 @@ CardQueue::~CardQueue() {
 
 bool CardQueue::add(Flight flight, const std::optional<std::string>& language) {
     const ScanRequest request{flight.pictures, language, /*skipNote=*/false};
-    const auto noteUUID = CardScan::start(
-        request, &flight.server, [arrivals = mArrivals](ScanOutcome outcome) { arrivals->add(std::move(outcome)); });
+    auto land = [arrivals = mArrivals, place = std::list<ScanOutcome>(1)](ScanOutcome outcome) mutable {
+        arrivals->add(std::move(outcome), place);
+    };
+    const auto noteUUID = CardScan::start(request, &flight.server, std::move(land));
     if (!noteUUID) return false;
     mFlights.emplace(*noteUUID, std::move(flight));
     return true;
@@ -55,6 +59,7 @@ std::optional<CardQueue::Landing> CardQueue::take(std::chrono::milliseconds with
     if (found == mFlights.end()) return std::nullopt;
     Landing landing{std::move(found->second), *std::move(outcome)};
     mFlights.erase(found);
+    landing.outcome.lookAtResponse();
     return landing;
 }
 

@@ -1,6 +1,7 @@
 #include "Output/ErrorText.h"
 
 #include "QVCardScan/QVCardProcessingError.h"
+#include "Scan/CardScan.h"
 
 namespace qvhost::ErrorText {
 namespace {
@@ -34,6 +35,10 @@ QVString explanation(const qv::Error& error) {
 }
 
 std::string message(const qv::Error& error, const std::string& server) {
+    if (error.domain == kScanErrorDomain) {
+        return "The card was given up in the middle, most likely because there was not enough memory. Run again with "
+               "--verbose to see why.";
+    }
     if (error.domain != kQVCardProcessingErrorDomain) return "Processing the card failed: " + identity(error) + ".";
     switch (error.code) {
         case QVCardProcessingErrorNoServerURL:

@@ -31,19 +31,18 @@ std::shared_ptr<QVCardProcessingRequest> makeRequest(const ScanRequest& wanted, 
     return request;
 }
 
-ScanOutcome outcomeOf(std::string noteUUID, std::size_t pictureCount, Response response) {
-    ScanOutcome outcome{std::move(noteUUID), pictureCount, std::move(response), nullptr};
-    outcome.card = outcome.response->card();
-    if (!outcome.card) {
-        outcome.card = RecognisedCard::fromResults(outcome.response->rawResultForFirstCard(),
-                                                   outcome.response->rawResultForSecondCard());
-    }
-    return outcome;
-}
-
 }  // namespace
 
+void ScanOutcome::lookAtResponse() {
+    wasGivenUp = !response;
+    if (wasGivenUp) response = std::make_shared<QVCardProcessingResponse>();
+    card = response->card();
+    if (!card)
+        card = RecognisedCard::fromResults(response->rawResultForFirstCard(), response->rawResultForSecondCard());
+}
+
 std::vector<qv::Error> ScanOutcome::errors() const {
+    if (wasGivenUp) return {{std::string(kScanErrorDomain), kScanErrorGivenUp, {}}};
     const QVErrorArray errors = response->errors();
     return errors ? *errors : std::vector<qv::Error>();
 }
@@ -76,10 +75,12 @@ Result<ScanOutcome> CardScan::runOnce(const ScanRequest& request) {
     const auto keep = [promise](ScanOutcome outcome) { promise->set_value(std::move(outcome)); };
     if (!start(request, access ? &*access : nullptr, keep))
         return Failure{ExitStatus::Incomplete, "The library refused the card. Run again with --verbose to see why."};
-    std::future<ScanOutcome> outcome = promise->get_future();
-    while (outcome.wait_for(kBetweenMainWork) != std::future_status::ready)
+    std::future<ScanOutcome> future = promise->get_future();
+    while (future.wait_for(kBetweenMainWork) != std::future_status::ready)
         runMainWork();
-    return outcome.get();
+    ScanOutcome outcome = future.get();
+    outcome.lookAtResponse();
+    return outcome;
 }
 
 std::optional<std::string> CardScan::start(const ScanRequest& request, const ServerAccess* access,
@@ -89,8 +90,13 @@ std::optional<std::string> CardScan::start(const ScanRequest& request, const Ser
     const std::string noteUUID = Random::uuid();
     const auto made = makeRequest(request, noteUUID, access != nullptr ? QVString(access->token) : std::nullopt);
     if (!manager->canWeAddRequestToQueue(made)) return std::nullopt;
-    manager->addRequest(made, [noteUUID, count = request.pictures.size(), completion = std::move(completion)](
-                                  Response response) { completion(outcomeOf(noteUUID, count, std::move(response))); });
+    ScanOutcome outcome;
+    outcome.noteUUID = noteUUID;
+    outcome.pictureCount = request.pictures.size();
+    manager->addRequest(made, [outcome, completion = std::move(completion)](Response response) mutable {
+        outcome.response = std::move(response);
+        completion(std::move(outcome));
+    });
     return noteUUID;
 }
 
