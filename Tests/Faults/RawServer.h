@@ -28,7 +28,7 @@ class RawServer {
 
   private:
     struct State;
-    RawServer();
+    explicit RawServer(int line);
     std::unique_ptr<State> mState;
 };
 

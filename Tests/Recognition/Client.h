@@ -1,7 +1,7 @@
 #pragma once
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
+#include "Support/LoopbackAddress.h"
+
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -14,10 +14,7 @@ namespace qv::recognition {
 class Client {
   public:
     explicit Client(std::uint16_t port) : mSocket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(port);
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        const sockaddr_in address = testsupport::loopbackAddress(port);
         mIsConnected = ::connect(mSocket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
     }
     ~Client() { ::close(mSocket); }

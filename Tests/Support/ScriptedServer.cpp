@@ -1,7 +1,7 @@
 #include "Support/ScriptedServer.h"
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
+#include "Support/LoopbackListener.h"
+
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -10,7 +10,6 @@
 #include <deque>
 #include <mutex>
 #include <set>
-#include <stdexcept>
 #include <thread>
 #include <utility>
 
@@ -26,11 +25,9 @@ struct ScriptedServer::State {
     std::vector<std::thread> connections;
     bool stopping = false;
     bool forgetsBodies = false;
-    int listener = -1;
-    int port = 0;
+    LoopbackListener listener{256};
     std::thread acceptor;
 
-    void listen();
     void acceptAll();
     void serve(int socket, std::size_t number);
     void answerRequests(ScriptedConnection& connection, std::size_t number);
@@ -38,23 +35,9 @@ struct ScriptedServer::State {
     void stop();
 };
 
-void ScriptedServer::State::listen() {
-    listener = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    auto* const generic = reinterpret_cast<sockaddr*>(&address);
-    socklen_t length = sizeof address;
-    if (listener < 0 || ::bind(listener, generic, length) != 0 || ::listen(listener, 256) != 0 ||
-        ::getsockname(listener, generic, &length) != 0) {
-        throw std::runtime_error("The test server cannot listen on the loopback address");
-    }
-    port = ntohs(address.sin_port);
-}
-
 void ScriptedServer::State::acceptAll() {
     while (true) {
-        const int socket = ::accept4(listener, nullptr, nullptr, SOCK_CLOEXEC);
+        const int socket = listener.accept();
         if (socket < 0) return;
         const std::lock_guard lock(mutex);
         if (stopping) {
@@ -107,16 +90,14 @@ void ScriptedServer::State::stop() {
             gate->open();
         for (const int socket : sockets)
             ::shutdown(socket, SHUT_RDWR);
-        ::shutdown(listener, SHUT_RDWR);
+        listener.stop();
     }
     acceptor.join();
     for (std::thread& connection : connections)
         connection.join();
-    ::close(listener);
 }
 
 ScriptedServer::ScriptedServer() : mState(std::make_unique<State>()) {
-    mState->listen();
     mState->acceptor = std::thread([state = mState.get()] { state->acceptAll(); });
 }
 
@@ -125,7 +106,7 @@ ScriptedServer::~ScriptedServer() {
 }
 
 int ScriptedServer::port() const {
-    return mState->port;
+    return mState->listener.port();
 }
 
 std::string ScriptedServer::url(std::string_view path) const {

@@ -1,10 +1,9 @@
 #include "Support/ServerProcess.h"
 
+#include "Support/LoopbackAddress.h"
 #include "Support/ReadFile.h"
 
-#include <arpa/inet.h>
 #include <fcntl.h>
-#include <netinet/in.h>
 #include <poll.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
@@ -26,18 +25,10 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-sockaddr_in loopback(int port) {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    address.sin_port = htons(static_cast<std::uint16_t>(port));
-    return address;
-}
-
 template <typename Try>
 bool tryWithSocket(int port, Try attempt) {
     const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    const sockaddr_in address = loopback(port);
+    const sockaddr_in address = loopbackAddress(port);
     const bool worked = attempt(socket, reinterpret_cast<const sockaddr*>(&address), socklen_t{sizeof address}) == 0;
     ::close(socket);
     return worked;

@@ -1,9 +1,8 @@
 #include "Support/UntrustedTLSServer.h"
 
+#include "Support/LoopbackListener.h"
 #include "Support/ScriptedRequest.h"
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
 #include <openssl/evp.h>
 #include <openssl/ssl.h>
 #include <openssl/x509v3.h>
@@ -84,31 +83,15 @@ struct UntrustedTLSServer::State {
 
     Context context;
     std::string answer;
-    int listener = -1;
-    int port = 0;
+    LoopbackListener listener{8};
     mutable std::mutex mutex;
     int connections = 0;
     std::string received;
     std::thread thread;
 
-    void listen();
     void acceptAll();
     void serve(int socket);
 };
-
-void UntrustedTLSServer::State::listen() {
-    listener = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    auto* const generic = reinterpret_cast<sockaddr*>(&address);
-    socklen_t length = sizeof address;
-    if (listener < 0 || ::bind(listener, generic, length) != 0 || ::listen(listener, 8) != 0 ||
-        ::getsockname(listener, generic, &length) != 0) {
-        throw std::runtime_error("The test server cannot listen on the loopback address");
-    }
-    port = ntohs(address.sin_port);
-}
 
 void UntrustedTLSServer::State::serve(int socket) {
     const Session session(SSL_new(context.get()), SSL_free);
@@ -133,7 +116,7 @@ void UntrustedTLSServer::State::acceptAll() {
     sigaddset(&brokenPipe, SIGPIPE);
     ::pthread_sigmask(SIG_BLOCK, &brokenPipe, nullptr);
     while (true) {
-        const int socket = ::accept4(listener, nullptr, nullptr, SOCK_CLOEXEC);
+        const int socket = listener.accept();
         if (socket < 0) return;
         {
             const std::lock_guard lock(mutex);
@@ -147,18 +130,16 @@ void UntrustedTLSServer::State::acceptAll() {
 UntrustedTLSServer::UntrustedTLSServer(const TLSCertificateOptions& options, std::string answer)
     : mState(std::make_unique<State>(options)) {
     mState->answer = std::move(answer);
-    mState->listen();
     mState->thread = std::thread([state = mState.get()] { state->acceptAll(); });
 }
 
 UntrustedTLSServer::~UntrustedTLSServer() {
-    ::shutdown(mState->listener, SHUT_RDWR);
+    mState->listener.stop();
     mState->thread.join();
-    ::close(mState->listener);
 }
 
 std::string UntrustedTLSServer::url() const {
-    return "https://127.0.0.1:" + std::to_string(mState->port) + "/";
+    return "https://127.0.0.1:" + std::to_string(mState->listener.port()) + "/";
 }
 
 std::string UntrustedTLSServer::certificate() const {
