@@ -1,118 +1,15 @@
-#include "Recognition/Client.h"
-#include "Recognition/Server/PrometheusText.h"
-#include "Server/HTTPServer.h"
+#include "Recognition/Server/HTTPServerFixture.h"
 #include "Server/Token.h"
 
-#include <gtest/gtest.h>
-
-#include <atomic>
-#include <condition_variable>
+#include <chrono>
 #include <map>
-#include <mutex>
-#include <stdexcept>
+#include <string>
 #include <thread>
 
 namespace qv::recognition {
 namespace {
 
-/// Lets a test hold a worker where it is.
-class Gate {
-  public:
-    void pass() {
-        std::unique_lock lock(mMutex);
-        ++mWaiting;
-        mChanged.notify_all();
-        mChanged.wait(lock, [this] { return mIsOpen; });
-    }
-    void open() {
-        const std::lock_guard lock(mMutex);
-        mIsOpen = true;
-        mChanged.notify_all();
-    }
-    void awaitWaiting(int count) {
-        std::unique_lock lock(mMutex);
-        mChanged.wait(lock, [&] { return mWaiting >= count; });
-    }
-
-  private:
-    std::mutex mMutex;
-    std::condition_variable mChanged;
-    int mWaiting = 0;
-    bool mIsOpen = false;
-};
-
-/// Answers with the body it was given; "wait" stops at the gate, "fail" throws, "no" is no picture, "large" is answered
-/// with more than a connection holds.
-class StubRecogniser final : public Recogniser {
-  public:
-    explicit StubRecogniser(Gate& gate) : mGate(gate) {}
-
-    Recognition recognise(std::span<const std::uint8_t> jpeg, const std::string& contentLanguage) override {
-        const std::string body(jpeg.begin(), jpeg.end());
-        if (body == "wait") mGate.pass();
-        if (body == "fail") throw std::runtime_error("broken");
-        Recognition recognition;
-        recognition.isPicture = body != "no";
-        recognition.xml = "<" + body + contentLanguage + "/>";
-        if (body == "large") recognition.xml.resize(std::size_t{64} << 20U);
-        recognition.fields = body == "empty" ? 0 : 2;
-        recognition.stages = {{"look", std::chrono::milliseconds(3)}};
-        return recognition;
-    }
-
-  private:
-    Gate& mGate;
-};
-
-class HTTPServerTest : public testing::Test {
-  protected:
-    void start(ServerOptions options = {}) {
-        std::string error;
-        mServer = HTTPServer::listen(
-            options, [this] { return std::make_unique<StubRecogniser>(mGate); },
-            [this](std::string_view line) {
-                const std::lock_guard lock(mLogMutex);
-                mLog += std::string(line) + '\n';
-            },
-            error);
-        ASSERT_TRUE(mServer) << error;
-        mThread = std::thread([this] { mEndedInTime = mServer->run(); });
-    }
-    void stop() {
-        mGate.open();
-        if (mServer) mServer->stop();
-        if (mThread.joinable()) mThread.join();
-    }
-    void TearDown() override { stop(); }
-
-    std::string ask(const std::string& request) {
-        Client client(mServer->port());
-        client.send(request);
-        return client.readAll();
-    }
-
-    PrometheusText metrics() {
-        const auto answer = ask("GET /metrics HTTP/1.1\r\nHost: x\r\nConnection: close\r\n\r\n");
-        EXPECT_EQ(statusOf(answer), "200");
-        EXPECT_NE(answer.find("Content-Type: text/plain; version=0.0.4; charset=utf-8\r\n"), std::string::npos);
-        return PrometheusText(bodyOf(answer));
-    }
-    static std::string outcome(const std::string& name) {
-        return "qvcardrecod_requests_total{outcome=\"" + name + "\"}";
-    }
-
-    void expectEmpty(const std::string& answer, const std::string& status) {
-        EXPECT_EQ(statusOf(answer), status) << answer;
-        EXPECT_EQ(bodyOf(answer), "") << answer;
-    }
-
-    Gate mGate;
-    std::unique_ptr<HTTPServer> mServer;
-    std::thread mThread;
-    std::atomic<bool> mEndedInTime = true;
-    std::mutex mLogMutex;
-    std::string mLog;
-};
+class HTTPServerTest : public HTTPServerFixture {};
 
 TEST_F(HTTPServerTest, AnswersAPost) {
     start();
@@ -331,72 +228,6 @@ TEST_F(HTTPServerTest, CutsOffWhoIsSlow) {
     Client halfBody(mServer->port());
     halfBody.send("POST / HTTP/1.1\r\nHost: x\r\nContent-Length: 100\r\n\r\nhalf");
     EXPECT_EQ(halfBody.readAll(), "");
-}
-
-TEST_F(HTTPServerTest, EndsRunningRequestsWhenItStops) {
-    start();
-    Client running(mServer->port());
-    running.send(post("wait"));
-    mGate.awaitWaiting(1);
-    mServer->stop();
-    mServer->stop();
-    mGate.open();
-    EXPECT_EQ(bodyOf(running.readAll()), "<wait/>");
-    mThread.join();
-    EXPECT_TRUE(mEndedInTime);
-    EXPECT_FALSE(Client(mServer->port()).isConnected());
-}
-
-TEST_F(HTTPServerTest, DoesNotWaitForeverWhenItStops) {
-    ServerOptions options;
-    options.stopTime = std::chrono::milliseconds(20);
-    start(options);
-    Client running(mServer->port());
-    running.send(post("wait"));
-    mGate.awaitWaiting(1);
-    mServer->stop();
-    mThread.join();
-    EXPECT_FALSE(mEndedInTime);
-    mGate.open();
-}
-
-TEST_F(HTTPServerTest, ClosesIdleConnectionsWhenItStops) {
-    start();
-    Client idle(mServer->port());
-    idle.send("POST / HTTP/1.1\r\nHost: x\r\nContent-Length: 3\r\n\r\none");
-    mServer->stop();
-    idle.readAll();
-    mThread.join();
-    EXPECT_TRUE(mEndedInTime);
-}
-
-TEST_F(HTTPServerTest, RefusesWhoStillSendsWhenItStops) {
-    start();
-    Client slow(mServer->port());
-    slow.send("POST / HTTP/1.1\r\nHost: x\r\nExpect: 100-continue\r\nContent-Length: 9\r\n\r\n");
-    const std::string goOn = "HTTP/1.1 100 Continue\r\n\r\n";
-    EXPECT_EQ(slow.read(goOn.size()), goOn);
-    slow.send("half");
-    mServer->stop();
-    const auto answer = slow.readAll();
-    expectEmpty(answer, "503");
-    EXPECT_NE(answer.find("Retry-After: 1\r\n"), std::string::npos) << answer;
-    slow.hangUp();
-    mThread.join();
-    EXPECT_TRUE(mEndedInTime);
-}
-
-TEST_F(HTTPServerTest, EndsWellWithoutThoseWhoDoNotTakeTheirAnswers) {
-    ServerOptions options;
-    options.stopTime = std::chrono::milliseconds(200);
-    start(options);
-    Client deaf(mServer->port());
-    deaf.send(post("large"));
-    while (metrics()[outcome("read")] == 0) {
-    }
-    mServer->stop();
-    mThread.join();
-    EXPECT_TRUE(mEndedInTime);
 }
 
 TEST_F(HTTPServerTest, SaysWhyItCannotListen) {
