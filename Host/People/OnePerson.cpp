@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
-#include <numeric>
 #include <string>
 #include <vector>
 
@@ -67,25 +66,23 @@ bool isLatin(const Words& words) {
     });
 }
 
-/// Letters to change, to leave out or to put in until one is the other (Wagner and Fischer, "The String-to-String
-/// Correction Problem", 1974).
-std::size_t distance(const Word& one, const Word& other) {
-    std::vector<std::size_t> row(other.size() + 1);
-    std::iota(row.begin(), row.end(), std::size_t{0});
-    for (std::size_t i = 0; i < one.size(); ++i) {
-        std::size_t diagonal = row[0]++;
-        for (std::size_t j = 0; j < other.size(); ++j) {
-            const std::size_t changed = diagonal + (one[i] == other[j] ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({changed, row[j] + 1, row[j + 1] + 1});
-        }
-    }
-    return row.back();
+bool hasFewerLetters(const Word& one, const Word& other) {
+    return one.size() < other.size();
+}
+
+/// Whether one letter changed, left out or put in, or none, makes one the other: what both begin with and what both end
+/// with is then all of the longer word but for one letter.
+bool areOneLetterApart(const Word& one, const Word& other) {
+    const auto& [shorter, longer] = std::minmax(one, other, hasFewerLetters);
+    if (longer.size() - shorter.size() > 1) return false;
+    const auto begin = std::mismatch(shorter.begin(), shorter.end(), longer.begin()).first - shorter.begin();
+    const auto end = std::mismatch(shorter.rbegin(), shorter.rend(), longer.rbegin()).first - shorter.rbegin();
+    return static_cast<std::size_t>(begin + end) + 1 >= longer.size();
 }
 
 bool areAlike(const Word& one, const Word& other) {
     constexpr std::size_t kForgiving = 5;
-    return one == other || (std::min(one.size(), other.size()) >= kForgiving && distance(one, other) <= 1);
+    return one == other || (std::min(one.size(), other.size()) >= kForgiving && areOneLetterApart(one, other));
 }
 
 bool isInitialOf(const Word& initial, const Word& word) {
