@@ -1,11 +1,7 @@
 """What the clients saw, and whether the server counted the same."""
 
 import collections
-import re
 import threading
-
-OUTCOME = re.compile(r'^qvcardrecod_requests_total\{outcome="(\w+)"\} (\d+)')
-OTHER = re.compile(r"^qvcardrecod_(\w+) ([0-9.e+]+)$")
 
 
 class Ledger:
@@ -25,17 +21,6 @@ class Ledger:
             self.counts["complaints"] += 1
             if len(self.problems) < 50:
                 self.problems.append(problem)
-
-
-def read_metrics(text):
-    """Outcomes, and the figures without labels, by name."""
-    outcomes, figures = collections.Counter(), {}
-    for line in text.splitlines():
-        if found := OUTCOME.match(line):
-            outcomes[found[1]] = int(found[2])
-        elif found := OTHER.match(line):
-            figures[found[1]] = float(found[2])
-    return outcomes, figures
 
 
 def disagreements(seen, told):

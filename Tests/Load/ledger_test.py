@@ -38,12 +38,5 @@ class Disagreements(unittest.TestCase):
             "read, overloaded and hung up together: the server counted 89, the clients 88"])
 
 
-class Metrics(unittest.TestCase):
-    def test_outcomes_and_figures(self):
-        outcomes, figures = ledger.read_metrics('# HELP x\nqvcardrecod_requests_total{outcome="read"} 12\n'
-                                                "qvcardrecod_busy_workers 2\nqvcardrecod_engine_memory_bytes 3e+07\n")
-        self.assertEqual((outcomes["read"], figures), (12, {"busy_workers": 2.0, "engine_memory_bytes": 3e7}))
-
-
 if __name__ == "__main__":
     unittest.main()

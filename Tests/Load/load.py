@@ -20,7 +20,7 @@ import cards  # noqa: E402  (the paths above must come first)
 import clients  # noqa: E402
 import ledger  # noqa: E402
 import wire  # noqa: E402
-from watching import flatness, processes, tables  # noqa: E402
+from watching import flatness, metrics, processes, tables, verdict  # noqa: E402
 
 KIB = 1024
 STOP_LIMIT = 20  # seconds that the server says it needs at most
@@ -94,7 +94,7 @@ class Recod:
         self.process = server.process
 
     def metrics(self):
-        return ledger.read_metrics(wire.get(self.port, "/metrics").body.decode())
+        return metrics.read(wire.get(self.port, "/metrics").body.decode())
 
     def sample(self, seconds):
         """Also asks whether it is there, which it must say at any time."""
@@ -289,11 +289,7 @@ def main(arguments=None):
         problems += load(recod, options, token, pictures)
         if not options.plant:
             problems += end_in_the_middle(recod, options, token, pictures)
-    print()
-    for problem in problems:
-        print("NOT RIGHT: %s" % problem)
-    print("Failed." if problems else "Nothing was lost, nothing grew, and the end was clean.")
-    return 1 if problems else 0
+    return verdict.tell(problems, "NOT RIGHT", "Nothing was lost, nothing grew, and the end was clean.")
 
 
 if __name__ == "__main__":

@@ -14,7 +14,7 @@ HERE = os.path.dirname(os.path.abspath(__file__))
 ROOT = os.path.dirname(os.path.dirname(HERE))
 sys.path.insert(0, os.path.join(ROOT, "Tests", "Support"))
 
-from watching import flatness, processes, tables  # noqa: E402  (the path above must come first)
+from watching import flatness, metrics, processes, tables, verdict  # noqa: E402  (the path above must come first)
 
 KIB = 1024
 
@@ -161,10 +161,9 @@ def list_of_cards(options):
 def engine_memory(port):
     """The server's heap in use, as it says itself."""
     with urllib.request.urlopen("http://127.0.0.1:%d/metrics" % port, timeout=60) as answer:
-        for line in answer.read().decode().splitlines():
-            if line.startswith("qvcardrecod_engine_memory_bytes "):
-                return int(float(line.split()[1]))
-    return None
+        _, figures = metrics.read(answer.read().decode())
+    memory = figures.get("engine_memory_bytes")
+    return None if memory is None else int(memory)
 
 
 def with_recogniser(options):
@@ -206,11 +205,7 @@ def main(arguments=None):
     problems = with_stub(options) if options.cards else []
     if options.real:
         problems += with_recogniser(options)
-    print()
-    for problem in problems:
-        print("NOT FLAT OR NOT RIGHT: %s" % problem)
-    print("Failed." if problems else "Flat, and every card ended once.")
-    return 1 if problems else 0
+    return verdict.tell(problems, "NOT FLAT OR NOT RIGHT", "Flat, and every card ended once.")
 
 
 if __name__ == "__main__":

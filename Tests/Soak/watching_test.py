@@ -1,5 +1,7 @@
-"""What stays is told from what grows."""
+"""What stays is told from what grows, and what is looked at is shown and read as it is."""
 
+import contextlib
+import io
 import os
 import random
 import sys
@@ -7,7 +9,7 @@ import unittest
 
 sys.path[:0] = [os.path.join(os.path.dirname(os.path.dirname(os.path.abspath(__file__))), "Support")]
 
-from watching import flatness, tables  # noqa: E402  (the path above must come first)
+from watching import flatness, metrics, tables, verdict  # noqa: E402  (the path above must come first)
 
 
 def noisy(slope, count=100, warm_up=0, spread=40):
@@ -57,6 +59,26 @@ class Tables(unittest.TestCase):
     def test_first_and_last_are_shown(self):
         shown = tables.picked(list(range(100)))
         self.assertEqual((shown[0], shown[-1], len(shown)), (0, 99, tables.ROWS))
+
+
+class Metrics(unittest.TestCase):
+    def test_outcomes_and_figures(self):
+        outcomes, figures = metrics.read('# HELP x\nqvcardrecod_requests_total{outcome="read"} 12\n'
+                                         "qvcardrecod_busy_workers 2\nqvcardrecod_engine_memory_bytes 3e+07\n")
+        self.assertEqual((outcomes["read"], figures), (12, {"busy_workers": 2.0, "engine_memory_bytes": 3e7}))
+
+
+class Verdict(unittest.TestCase):
+    def told(self, problems):
+        with contextlib.redirect_stdout(io.StringIO()) as said:
+            status = verdict.tell(problems, "NOT RIGHT", "All is well.")
+        return status, said.getvalue()
+
+    def test_praise_without_a_problem(self):
+        self.assertEqual(self.told([]), (0, "\nAll is well.\n"))
+
+    def test_every_problem_is_told(self):
+        self.assertEqual(self.told(["a", "b"]), (1, "\nNOT RIGHT: a\nNOT RIGHT: b\nFailed.\n"))
 
 
 if __name__ == "__main__":
