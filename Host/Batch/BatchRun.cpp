@@ -118,8 +118,13 @@ void BatchRun::send(PlannedCard planned, bool isAlone) {
         // Looked at before it is read: a picture that changes meanwhile is read again by the next batch.
         auto state = PictureState::of(file);
         auto picture = CardPicture::read(file);
-        if (!picture) return fail(planned, picture.failure().message);
-        if (!state) return fail(planned, "\"" + file + "\" went away while it was read.");
+        if (!picture || !state) {
+            std::string why = !picture ? picture.failure().message : "\"" + file + "\" went away while it was read.";
+            if (flight.pictures.empty()) return fail(planned, why);
+            // Most of a card stands on its front. Without its back it counts as failed, and is read again.
+            flight.problem = "Read without its back: " + std::move(why);
+            break;
+        }
         state->hash = picture->hash;
         flight.states.push_back(*std::move(state));
         flight.pictures.push_back(*std::move(picture));
@@ -196,6 +201,7 @@ void BatchRun::keep(CardQueue::Landing landing) {
                   {},
                   "",
                   ""};
+    if (!landing.flight.problem.empty()) card.problems.push_back(std::move(landing.flight.problem));
     for (const qv::Error& error : card.outcome.errors())
         card.problems.push_back(ErrorText::message(error, mServer.name()));
     std::vector<std::string> remarks = scanRemarks(card.outcome, mSettings.language, mServer.name());

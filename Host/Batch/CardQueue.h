@@ -24,6 +24,8 @@ class CardQueue {
         /// Whom the card is merged with; null when contacts are not compared.
         std::shared_ptr<KnownContacts> known;
         ServerAccess server;
+        /// What is wrong with the card before it is read; empty when nothing is.
+        std::string problem;
         /// Whether it is the only one, so that what happens to the server is its doing.
         bool isAlone = false;
     };

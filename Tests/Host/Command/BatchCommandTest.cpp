@@ -93,6 +93,26 @@ TEST_F(BatchCommand, ABadPictureIsALineNotTheEnd) {
     EXPECT_THAT(list("index.html"), HasSubstr("2 cards could not be read"));
 }
 
+TEST_F(BatchCommand, ABadBackCostsItsFieldsNotTheCard) {
+    addPicture("x-front.jpg", 1);
+    mFolder.write("in/x-back.jpg", "no picture yet");
+    recognise({{"name", "Ada Example"}, {"email", "ada@example.com"}});
+    const auto result = batch({"--save", "--address-book", book()});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.output, AllOf(HasSubstr("0 cards read, 1 failed.\n"),
+                                     HasSubstr("/in/x-front.jpg: Read without its back: "), HasSubstr("x-back.jpg\"")));
+    ASSERT_THAT(cards(), ElementsAre("x-front"));
+    EXPECT_THAT(list("contacts.csv"), HasSubstr("cards/x-front\r\n"));
+    EXPECT_EQ(record("x-front")["pictures"].size(), 1U);
+    EXPECT_EQ(namesIn(book()).size(), 1U);
+
+    addPicture("x-back.jpg", 2);
+    EXPECT_THAT(batch({"--resume", "--save", "--address-book", book()}).output, HasSubstr("1 card read.\n"));
+    ASSERT_THAT(cards(), ElementsAre("x-front"));
+    EXPECT_EQ(record("x-front")["pictures"].size(), 2U);
+    EXPECT_EQ(namesIn(book()).size(), 1U) << "the person is there twice";
+}
+
 TEST_F(BatchCommand, ACardWithoutTextFailsAndIsNotWritten) {
     addPicture("a.jpg", 1);
     recognise({});
