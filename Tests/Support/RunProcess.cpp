@@ -1,5 +1,7 @@
 #include "Support/RunProcess.h"
 
+#include "Support/ProcessTexts.h"
+
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
@@ -14,8 +16,6 @@
 #include <string_view>
 #include <system_error>
 #include <utility>
-
-extern char** environ;
 
 namespace testsupport {
 namespace {
@@ -62,26 +62,6 @@ struct Pipe {
     int writeEnd = -1;
 };
 
-std::vector<std::string> environmentOf(const ProcessCall& call) {
-    std::vector<std::string> texts;
-    for (char** entry = environ; *entry != nullptr; ++entry) {
-        const std::string_view text = *entry;
-        if (!call.environment.contains(std::string(text.substr(0, text.find('='))))) texts.emplace_back(text);
-    }
-    for (const auto& [name, value] : call.environment) {
-        if (value) texts.push_back(name + "=" + *value);
-    }
-    return texts;
-}
-
-std::vector<char*> pointersTo(std::vector<std::string>& texts) {
-    std::vector<char*> pointers;
-    for (std::string& text : texts)
-        pointers.push_back(text.data());
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
 void directOutput(posix_spawn_file_actions_t& actions, const ProcessCall& call, int pipeEnd) {
     if (call.closesOutput) {
         ::posix_spawn_file_actions_addclose(&actions, STDOUT_FILENO);
@@ -107,12 +87,11 @@ pid_t spawn(const ProcessCall& call, const Pipe& input, const Pipe& output, cons
         sigaddset(&signals, signal);
     ::posix_spawnattr_setsigdefault(&attributes, &signals);
     ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
-    std::vector<std::string> arguments{call.program.string()};
-    arguments.insert(arguments.end(), call.arguments.begin(), call.arguments.end());
-    std::vector<std::string> environment = environmentOf(call);
+    const auto arguments = ProcessTexts::arguments(call.program, call.arguments);
+    const auto environment = ProcessTexts::environment(call.environment);
     pid_t identifier = 0;
-    const int failure = ::posix_spawn(&identifier, call.program.c_str(), &actions, &attributes,
-                                      pointersTo(arguments).data(), pointersTo(environment).data());
+    const int failure =
+        ::posix_spawn(&identifier, call.program.c_str(), &actions, &attributes, arguments.data(), environment.data());
     ::posix_spawnattr_destroy(&attributes);
     ::posix_spawn_file_actions_destroy(&actions);
     require(failure);

@@ -1,6 +1,7 @@
 #include "Support/ServerProcess.h"
 
 #include "Support/LoopbackAddress.h"
+#include "Support/ProcessTexts.h"
 #include "Support/ReadFile.h"
 
 #include <fcntl.h>
@@ -16,8 +17,6 @@
 #include <random>
 #include <stdexcept>
 #include <utility>
-
-extern char** environ;
 
 namespace testsupport {
 
@@ -44,25 +43,6 @@ int freePort() {
     }
 }
 
-std::vector<char*> pointersTo(std::vector<std::string>& texts) {
-    std::vector<char*> pointers;
-    for (std::string& text : texts)
-        pointers.push_back(text.data());
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
-std::vector<std::string> environmentWith(const std::map<std::string, std::string>& additions) {
-    std::vector<std::string> texts;
-    for (char** entry = environ; *entry != nullptr; ++entry) {
-        const std::string text = *entry;
-        if (!additions.contains(text.substr(0, text.find('=')))) texts.push_back(text);
-    }
-    for (const auto& [name, value] : additions)
-        texts.push_back(name + "=" + value);
-    return texts;
-}
-
 }  // namespace
 
 ServerProcess::ServerProcess(const std::function<ServerCall(int port)>& callForPort) {
@@ -84,11 +64,8 @@ ServerProcess::~ServerProcess() {
 }
 
 void ServerProcess::start(const ServerCall& call) {
-    std::vector<std::string> arguments{call.program.string()};
-    arguments.insert(arguments.end(), call.arguments.begin(), call.arguments.end());
-    std::vector<std::string> environment = environmentWith(call.environment);
-    const std::vector<char*> argumentPointers = pointersTo(arguments);
-    const std::vector<char*> environmentPointers = pointersTo(environment);
+    const auto arguments = ProcessTexts::arguments(call.program, call.arguments);
+    const auto environment = ProcessTexts::environment(call.environment);
     const int log = ::open(call.log.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
     mProcess = ::fork();
     if (mProcess == 0) {
@@ -96,7 +73,7 @@ void ServerProcess::start(const ServerCall& call) {
         ::prctl(PR_SET_PDEATHSIG, SIGKILL);
         ::dup2(log, STDOUT_FILENO);
         ::dup2(log, STDERR_FILENO);
-        ::execve(call.program.c_str(), argumentPointers.data(), environmentPointers.data());
+        ::execve(call.program.c_str(), arguments.data(), environment.data());
         ::_exit(127);
     }
     ::close(log);

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,8 +16,8 @@ namespace testsupport {
 struct ServerCall {
     std::filesystem::path program;
     std::vector<std::string> arguments;
-    /// Added to the test's own environment.
-    std::map<std::string, std::string> environment;
+    /// Changes to the test's own environment; an absent value removes the variable.
+    std::map<std::string, std::optional<std::string>> environment;
     /// Where both of its outputs go.
     std::filesystem::path log;
 };
