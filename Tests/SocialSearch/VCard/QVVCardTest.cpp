@@ -201,9 +201,11 @@ TEST(QVVCardTest, ReadsACardThatIsAsLargeAsItMayBe) {
 TEST(QVVCardTest, WritesInTheCardsVersionAndLineEnds) {
     for (const std::string end : {"\r\n", "\n"}) {
         for (const std::string version : {"2.1", "3.0", "4.0"}) {
-            QVVCard card = readCard(cardWithLines(version, "X-A:b" + end, end));
+            std::string lines = "X-A:b" + end;
+            QVVCard card = readCard(cardWithLines(version, lines, end));
             card.addProperty(QVVCardProperty::withTexts(card.version(), "NOTE", {"x"}));
-            EXPECT_EQ(card.bytes(), cardWithLines(version, "X-A:b" + end + "NOTE:x" + end, end));
+            lines += "NOTE:x" + end;
+            EXPECT_EQ(card.bytes(), cardWithLines(version, lines, end));
         }
     }
 }
