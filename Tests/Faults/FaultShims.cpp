@@ -1,3 +1,6 @@
+// The system's headers would define some of them themselves, to look at what a caller hands over.
+#undef _FORTIFY_SOURCE
+
 #include "Faults/FaultShims.h"
 
 #include <dlfcn.h>
