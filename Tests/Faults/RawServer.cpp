@@ -44,7 +44,8 @@ void RawServer::State::fillLine() {
     for (int count = 0; count < kMostClients; ++count) {
         const int client = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
         sockets.push_back(client);
-        ::connect(client, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+        // It is on its way or done; which of them is seen below.
+        (void)::connect(client, reinterpret_cast<const sockaddr*>(&address), sizeof address);
         pollfd end{client, POLLOUT, 0};
         if (::poll(&end, 1, kMilliseconds) == 0) return;
     }

@@ -136,7 +136,7 @@ void ScriptedServer::respondAfter(std::shared_ptr<Gate> gate, std::string bytes)
         const std::lock_guard lock(mState->mutex);
         mState->gates.push_back(gate);
     }
-    handle([gate, bytes = std::move(bytes)](ScriptedConnection& connection, const ScriptedRequest&) {
+    handle([gate = std::move(gate), bytes = std::move(bytes)](ScriptedConnection& connection, const ScriptedRequest&) {
         gate->wait();
         connection.write(bytes);
     });

@@ -6,6 +6,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <stdexcept>
 #include <vector>
 
 namespace testsupport {
@@ -30,7 +31,8 @@ class TemporaryFile {
         return data;
     }
     void fill(const qv::Data& data) const {
-        std::fwrite(data.data(), 1, data.size(), mFile);
+        if (std::fwrite(data.data(), 1, data.size(), mFile) != data.size())
+            throw std::runtime_error("The picture cannot be written");
         std::rewind(mFile);
     }
 
