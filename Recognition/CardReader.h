@@ -20,7 +20,7 @@
 namespace qv::recognition {
 
 /// The road of one card: picture → text → fields → answer. Keeps the engines of the languages it was last asked for,
-/// English from the start. Belongs to one thread.
+/// English from the start, but nothing of one card for the next. Belongs to one thread.
 class CardReader final : public Recogniser {
   public:
     struct Options {
@@ -48,6 +48,7 @@ class CardReader final : public Recogniser {
     std::vector<Field> printOf(const SentPicture& sent, Engine& engine, const ReadingLanguage& language,
                                Deadline deadline, Recognition& report, int& orient);
 
+    void renewEngines();
     bool readVertically(Reading& reading, const cv::Mat& even, const ReadingLanguage& language, Deadline deadline);
 
     Options mOptions;

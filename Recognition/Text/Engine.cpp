@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdlib>
 #include <utility>
 
 // Present where the engine was built for several threads; absent elsewhere.
@@ -42,8 +43,20 @@ class EngineAPI final : public tesseract::TessBaseAPI {
     using tesseract::TessBaseAPI::GetLTRIterator;
 };
 
+/// Follows a pass from piece to piece.
+struct Progress {
+    int taken = 0;
+    bool isStretched = false;
+};
+
 class TesseractEngine final : public Engine {
   public:
+    ~TesseractEngine() override {
+        mAPI.End();
+        // The dictionaries of every language that was ever opened would stay. What other engines use does.
+        tesseract::TessBaseAPI::ClearPersistentCache();
+    }
+
     bool load(const std::filesystem::path& models, const std::string& languages) {
         keepToThisThread();
         // Its remarks on empty boxes go straight to standard error, which belongs to the program.
@@ -62,9 +75,11 @@ class TesseractEngine final : public Engine {
         mAPI.SetImage(grey.data, grey.cols, grey.rows, 1, static_cast<int>(grey.step));
         mAPI.SetSourceResolution(kResolution);
         tesseract::ETEXT_DESC monitor;
-        int taken = 0;
-        monitor.cancel_this = &taken;
-        monitor.cancel = [](void* count, int all) { return isEnough(++*static_cast<int*>(count), all); };
+        Progress progress;
+        monitor.cancel_this = &progress;
+        monitor.cancel = [](void* of, int all) { return isEnough(++static_cast<Progress*>(of)->taken, all); };
+        // In the other modes rules are told from text, and not read.
+        if (mode == PageMode::Sparse) monitor.progress_callback2 = &noteLength;
         // Nothing left would mean no deadline at all.
         monitor.set_deadline_msecs(std::max(1, static_cast<int>(deadline.left().count())));
         std::vector<Word> words;
@@ -74,8 +89,11 @@ class TesseractEngine final : public Engine {
             words = collect();
         }
         mAPI.Clear();
+        mIsStretched = mIsStretched || progress.isStretched;
         return words;
     }
+
+    bool isStretched() const override { return mIsStretched; }
 
   private:
     static constexpr int kResolution = 300;
@@ -89,6 +107,19 @@ class TesseractEngine final : public Engine {
     /// that noise falls into takes minutes, whatever the deadline is: with many, the last is given up to be spared
     /// that.
     static bool isEnough(int piece, int pieces) { return pieces > kManyPieces && piece == pieces; }
+
+    // In heights of a line, with the margin that the engine puts around it. It makes twelve steps for each, and keeps
+    // what every step of the longest line took, up to 13 KB. Text on cards has at most 25; the edge of a card that was
+    // left in the picture has up to 170 when it is taken for a line, and keeps up to 15 MB.
+    static constexpr int kLong = 40;
+    static constexpr int kMargin = 4;
+
+    /// Called before each piece of text with its place.
+    static bool noteLength(tesseract::ETEXT_DESC* monitor, int left, int right, int top, int bottom) {
+        if (right - left > kLong * (std::abs(top - bottom) + 2 * kMargin))
+            static_cast<Progress*>(monitor->cancel_this)->isStretched = true;
+        return true;
+    }
 
     static bool isVerticalScript(const std::string& languages) {
         return languages.rfind("jpn", 0) == 0 || languages.rfind("chi", 0) == 0;
@@ -123,6 +154,7 @@ class TesseractEngine final : public Engine {
     }
 
     EngineAPI mAPI;
+    bool mIsStretched = false;
 };
 
 }  // namespace

@@ -30,6 +30,10 @@ class Engine {
     /// which may be nothing.
     virtual std::vector<Word> read(const cv::Mat& grey, PageMode mode, Deadline deadline) = 0;
 
+    /// Whether a line was read that is far longer than any text. An engine never gives back what its longest line took:
+    /// megabytes. One that is opened anew has none of it.
+    virtual bool isStretched() const = 0;
+
   protected:
     Engine() = default;
 };
