@@ -215,6 +215,8 @@ std::vector<Field> CardReader::printOf(const SentPicture& sent, Engine& engine, 
     if (!vertical) {
         const cv::Mat upright = turned(sheet.grey, orient);
         Engine* second = language.models == kEnglish ? &engine : engineFor({"en", kEnglish, false});
+        // English may have had to go for other languages, and opening it again may fail.
+        if (second == nullptr) second = &engine;
         reading.words = merged(std::move(reading.words), second->read(upright, PageMode::Sparse, deadline),
                                second == &engine ? 6 : 20);
         clock.done("again");
