@@ -85,7 +85,7 @@ cv::Mat seen(cv::Mat picture, unsigned habits) {
 }
 
 std::vector<Code> checkedCodes(const cv::Mat& picture) {
-    const std::vector<Code> codes = readCodes(picture);
+    std::vector<Code> codes = readCodes(picture);
     require(codes.size() <= kMostCodes, "there are at most four codes");
     for (const Code& code : codes) {
         require(!code.text.empty() && fuzzing::isUTF8(code.text), "what a code says is text");

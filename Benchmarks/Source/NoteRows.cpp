@@ -30,7 +30,7 @@ void readTemplate() {
 }
 
 std::shared_ptr<QVVeltoContact> ordinaryContact() {
-    const auto contact = QVVeltoContact::initWithCard(nullptr);
+    auto contact = QVVeltoContact::initWithCard(nullptr);
     contact->setFullName("Dr. Edmund J. Hartwell");
     contact->setJobTitle("Senior Surveyor");
     contact->setCompany("Hartwell & Sons Land Surveys");
@@ -44,7 +44,7 @@ std::shared_ptr<QVVeltoContact> ordinaryContact() {
 }
 
 std::shared_ptr<QVVeltoContact> contactOfRows(std::size_t count) {
-    const auto contact = ordinaryContact();
+    auto contact = ordinaryContact();
     for (std::size_t index = 0; index < count; ++index) {
         contact->phoneFields()->insert(
             QVVeltoContactField::initWithLabel("Phone", "+1 555 01 " + std::to_string(index)));

@@ -28,12 +28,12 @@ sockaddr_in loopback(std::uint16_t port) {
 }
 
 /// Each connection comes from another of the machine's own addresses: one alone has 28 000 ports, and each of them
-/// rests for a minute after it was used.
+/// rests for a minute after it was used. Without it the system chooses.
 void bindToNextAddress(int connection) {
     static std::uint32_t count = 0;
     sockaddr_in address = loopback(0);
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK + ++count % 0xFFFF);
-    bind(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+    (void)bind(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address);
 }
 
 void send(int connection, std::string_view bytes) {

@@ -138,7 +138,7 @@ Handler thenSilence(std::string bytes) {
     };
 }
 
-Handler thenWithoutEnd(std::string bytes, std::string repeated) {
+Handler thenWithoutEnd(std::string bytes, const std::string& repeated) {
     constexpr std::size_t kBlock = 1 << 20;
     std::string block;
     while (block.size() < kBlock)

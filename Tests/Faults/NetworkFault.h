@@ -87,7 +87,7 @@ Handler thenEnd(std::string bytes);
 Handler thenReset(std::string bytes);
 Handler thenSilence(std::string bytes);
 /// These bytes, and then the others over and over, until the client goes.
-Handler thenWithoutEnd(std::string bytes, std::string repeated);
+Handler thenWithoutEnd(std::string bytes, const std::string& repeated);
 /// These bytes, and then a byte every so many of our milliseconds.
 Handler thenByteByByte(std::string bytes, long milliseconds);
 

@@ -74,8 +74,8 @@ class ManyThreads : public testing::Test {
 
     /// Few notes, so that threads meet at the same; every tenth card goes to the server, the others end at once.
     std::shared_ptr<QVCardProcessingRequest> request(int number) const {
-        const auto made = QVCardProcessingRequest::initWithNoteUUID(std::to_string(number % 97), mPictures, nullptr,
-                                                                    "token", /*processImageForOCR=*/false);
+        auto made = QVCardProcessingRequest::initWithNoteUUID(std::to_string(number % 97), mPictures, nullptr, "token",
+                                                              /*processImageForOCR=*/false);
         if (number % 10 != 0) made->setAuthToken(std::nullopt);
         return made;
     }

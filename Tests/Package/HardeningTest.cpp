@@ -46,7 +46,7 @@ void PrintTo(const Lack& lack, std::ostream* stream) {
 class HardeningCheck : public testing::TestWithParam<Lack> {
   protected:
     fs::path built(const Lack& lack) const {
-        const fs::path file = mFolder / "built";
+        fs::path file = mFolder / "built";
         std::vector<std::string> arguments = {"-x",
                                               "c",
                                               mFolder.write("source.c", kProgram),
