@@ -40,8 +40,8 @@ def library(threads, cards):
 
 
 def recogniser(first):
-    """What the server may need; its engines load a language when it is first asked for."""
-    return {**memory(flatness.Growth(16 * KIB, 4), flatness.Growth(48 * KIB, 16)),
+    """What the server may need. Which languages its engines are open for changes from card to card."""
+    return {**memory(flatness.Growth(8 * KIB, 4), flatness.Growth(48 * KIB, 16)),
             "threads": flatness.Most(first["threads"]),
             "descriptors": flatness.Most(first["descriptors"] + CONNECTIONS)}
 
@@ -191,7 +191,7 @@ def parse(arguments):
     parser.add_argument("--cards", type=int, default=10000, metavar="N", help="cards with the stub server, 0 for none")
     parser.add_argument("--real", type=int, default=300, metavar="N", help="cards with the real recogniser, 0 for none")
     parser.add_argument("--round", type=int, default=100, metavar="N", help="look after so many cards (default 100)")
-    parser.add_argument("--real-round", type=int, default=10, metavar="N", help="the same with the recogniser (10)")
+    parser.add_argument("--real-round", type=int, default=5, metavar="N", help="the same with the recogniser (5)")
     parser.add_argument("--programs", required=True, help=argparse.SUPPRESS)
     parser.add_argument("--out", required=True, help=argparse.SUPPRESS)
     parser.add_argument("--plant", help=argparse.SUPPRESS)
