@@ -1,5 +1,6 @@
 #include "CurlSession.h"
 
+#include "CryptoLibrary.h"
 #include "HTTPHeaderRules.h"
 #include "SocketAddress.h"
 
@@ -16,6 +17,7 @@ namespace {
 constexpr long kLongestSeconds = std::numeric_limits<int>::max() / 1000;
 
 CURLcode initializeOnce() {
+    readyCryptoLibrary();
     static const CURLcode code = curl_global_init(CURL_GLOBAL_DEFAULT);
     return code;
 }

@@ -1,10 +1,13 @@
 #include "HexDigest.h"
 
+#include "CryptoLibrary.h"
+
 #include <array>
 
 namespace qv {
 
 std::string lowerHexDigest(const EVP_MD* algorithm, const void* bytes, std::size_t size) {
+    readyCryptoLibrary();
     constexpr char kDigits[] = "0123456789abcdef";
     std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
     unsigned count = 0;
