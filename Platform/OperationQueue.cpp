@@ -189,9 +189,10 @@ void OperationQueue::addOperation(std::shared_ptr<Operation> operation) {
         return;
     }
     if (!State::add(mState, std::move(operation))) {
-        // The work stays in the queue: a thread that there is takes it, or one that there is later.
-        Log::write("<ERROR> The system has no thread for the operation queue; its work is delayed.");
+        // The work stays in the queue: a thread that there is takes it, or one that there is later. The message takes
+        // memory, which may be what there is too little of.
         State::tryLater(mState);
+        Log::write("<ERROR> The system has no thread for the operation queue; its work is delayed.");
     }
 }
 

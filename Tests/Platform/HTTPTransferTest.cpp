@@ -153,6 +153,7 @@ TEST_F(HTTPTransferTest, WaitsForASlowServerThatIsWithinItsLimits) {
     mServer.respondAfter(gate, ScriptedServer::answer(200, "late"));
     auto request = requestTo(mServer.url());
     request.stallSeconds = 0;
+    request.totalSeconds = 0;
     std::thread opener([&] {
         mServer.waitForRequests(1);
         gate->open();
