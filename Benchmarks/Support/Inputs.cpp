@@ -96,7 +96,7 @@ std::filesystem::path inputFolder() {
 }
 
 std::filesystem::path pathOfInput(const Input& input) {
-    const std::filesystem::path path = inputFolder() / input.file;
+    std::filesystem::path path = inputFolder() / input.file;
     if (std::filesystem::exists(path)) return path;
     std::filesystem::create_directories(inputFolder());
     // Under another name first: a file that is there is whole.
