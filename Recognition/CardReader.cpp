@@ -168,8 +168,8 @@ Recognition CardReader::recognise(std::span<const std::uint8_t> jpeg, const std:
     return report;
 }
 
-/// Opening one takes less than a tenth of a second, and one card in eight is followed by it. Where it fails, for want
-/// of memory or descriptors, the old one goes on.
+/// Opening one takes less than a tenth of a second, and happens once in three cards. Where it fails, for want of
+/// memory or descriptors, the old one goes on.
 void CardReader::renewEngines() {
     for (auto& [models, engine] : mEngines) {
         if (!engine->isStretched()) continue;

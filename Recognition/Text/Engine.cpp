@@ -110,8 +110,9 @@ class TesseractEngine final : public Engine {
 
     // In heights of a line, with the margin that the engine puts around it. It makes twelve steps for each, and keeps
     // what every step of the longest line took, up to 13 KB. Text on cards has at most 25; the edge of a card that was
-    // left in the picture has up to 170 when it is taken for a line, and keeps up to 15 MB.
-    static constexpr int kLong = 40;
+    // left in the picture has up to 170 when it is taken for a line, and keeps up to 15 MB. Less than this is not worth
+    // the time to open an engine.
+    static constexpr int kLong = 60;
     static constexpr int kMargin = 4;
 
     /// Called before each piece of text with its place.
