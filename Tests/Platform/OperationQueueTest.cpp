@@ -4,8 +4,11 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <atomic>
+#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -349,5 +352,34 @@ TEST(OperationQueue, IsForSeveralThreads) {
     EXPECT_EQ(mains, kThreads * kOperations);
     EXPECT_EQ(completions, kThreads * kOperations);
 }
+
+#ifndef __SANITIZE_THREAD__
+// The sanitizer allows no threads to a fork of a process that has some.
+TEST(OperationQueueTest, ForgetsInAForkedProcessWhatItsParentRuns) {
+    OperationQueue queue(1);
+    const auto held = std::make_shared<HeldOperation>();
+    queue.addOperation(held);
+    ASSERT_TRUE(held->began.waitFor());
+    std::atomic<bool> waitingRan = false;
+    queue.addOperation(makeOperation([&] { waitingRan = true; }));
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        ::alarm(60);
+        const bool isOnlyWaiting = queue.operations().size() == 1;
+        queue.addOperation(makeOperation([] {}));
+        queue.waitUntilAllOperationsAreFinished();
+        std::exit(isOnlyWaiting && waitingRan ? 0 : 1);
+    }
+    int status = -1;
+    EXPECT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(queue.operations().size(), 2U) << "the parent's are its own";
+    EXPECT_FALSE(waitingRan);
+    held->mayEnd.open();
+    queue.waitUntilAllOperationsAreFinished();
+    EXPECT_TRUE(waitingRan);
+}
+#endif
 
 }  // namespace
