@@ -164,13 +164,12 @@ Recognition CardReader::recognise(std::span<const std::uint8_t> jpeg, const std:
     report.isCutShort = deadline.passed();
     report.xml = writeResult(resultOf(fields, *sent, language, orient));
     mDebug.keep("answer", report);
-    renewEngines();
     return report;
 }
 
-/// Opening one takes less than a tenth of a second, and happens once in three cards. Where it fails, for want of
+/// Opening an engine takes less than a tenth of a second, and happens once in three cards. Where it fails, for want of
 /// memory or descriptors, the old one goes on.
-void CardReader::renewEngines() {
+void CardReader::rest() {
     for (auto& [models, engine] : mEngines) {
         if (!engine->isStretched()) continue;
         if (auto fresh = Engine::open(mOptions.models, models)) engine = std::move(fresh);

@@ -33,6 +33,7 @@ class CardReader final : public Recogniser {
     static std::unique_ptr<CardReader> open(Options options);
 
     Recognition recognise(std::span<const std::uint8_t> jpeg, const std::string& contentLanguage) override;
+    void rest() override;
 
   private:
     struct LoadedEngine {
@@ -48,7 +49,6 @@ class CardReader final : public Recogniser {
     std::vector<Field> printOf(const SentPicture& sent, Engine& engine, const ReadingLanguage& language,
                                Deadline deadline, Recognition& report, int& orient);
 
-    void renewEngines();
     bool readVertically(Reading& reading, const cv::Mat& even, const ReadingLanguage& language, Deadline deadline);
 
     Options mOptions;

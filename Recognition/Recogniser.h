@@ -35,6 +35,9 @@ class Recogniser {
     /// `contentLanguage` is the request's header of that name, empty when it has none.
     virtual Recognition recognise(std::span<const std::uint8_t> jpeg, const std::string& contentLanguage) = 0;
 
+    /// Called between two cards, when nobody waits for the one before any more: time to put things in order.
+    virtual void rest() {}
+
   protected:
     Recogniser() = default;
 };

@@ -24,6 +24,14 @@ JobReport run(Recogniser* recogniser, const Job& job) {
     return report;
 }
 
+void rest(Recogniser* recogniser) {
+    try {
+        if (recogniser != nullptr) recogniser->rest();
+    } catch (const std::exception&) {
+        // What could not be put in order is as it was, and is looked at again after the next card.
+    }
+}
+
 }  // namespace
 
 WorkerPool::WorkerPool(RecogniserFactory factory, std::size_t workers, std::size_t places)
@@ -72,7 +80,7 @@ std::size_t WorkerPool::waiting() const {
 
 void WorkerPool::work() {
     const auto recogniser = mFactory();
-    for (Job job; next(job); job = Job()) {
+    for (Job job; next(job);) {
         JobReport report = run(recogniser.get(), job);
         {
             // Before the answer: whoever has it finds the worker free.
@@ -80,6 +88,8 @@ void WorkerPool::work() {
             ++mIdle;
         }
         job.finished(std::move(report));
+        job = Job();
+        rest(recogniser.get());
     }
 }
 

@@ -50,8 +50,10 @@ std::map<std::string, std::string> answers(const std::vector<Card>& cards) {
     std::map<std::string, std::string> found;
     const auto reader = open(installedModels());
     if (!reader) return found;
-    for (const auto& card : cards)
+    for (const auto& card : cards) {
         found[card.name] = reader->recognise(card.jpeg, card.language).xml;
+        reader->rest();
+    }
     return found;
 }
 
@@ -75,6 +77,7 @@ TEST(CardsInARowTest, AnswersAreTheSameWhateverWasReadBefore) {
 
 double heapAfter(CardReader& reader, const cv::Mat& picture, const std::string& language) {
     (void)reader.recognise(asJPEG(picture), language);
+    reader.rest();
     return processFigures().heapBytes.value_or(0);
 }
 

@@ -47,13 +47,14 @@ class WorkerGate {
 };
 
 /// Answers with the body it was given; "wait" stops at the gate, "fail" throws, "no" is no picture, "large" is answered
-/// with more than a connection holds.
+/// with more than a connection holds. After "restless" its rest stops at the gate, and fails.
 class StubRecogniser final : public Recogniser {
   public:
     explicit StubRecogniser(WorkerGate& gate) : mGate(gate) {}
 
     Recognition recognise(std::span<const std::uint8_t> jpeg, const std::string& contentLanguage) override {
         const std::string body(jpeg.begin(), jpeg.end());
+        mIsRestless = body == "restless";
         if (body == "wait") mGate.pass();
         if (body == "fail") throw std::runtime_error("broken");
         Recognition recognition;
@@ -65,8 +66,15 @@ class StubRecogniser final : public Recogniser {
         return recognition;
     }
 
+    void rest() override {
+        if (!mIsRestless) return;
+        mGate.pass();
+        throw std::runtime_error("restless");
+    }
+
   private:
     WorkerGate& mGate;
+    bool mIsRestless = false;
 };
 
 /// A server with such a recogniser, which is stopped at the end when the test has not done so.

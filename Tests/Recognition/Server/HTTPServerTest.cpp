@@ -98,6 +98,16 @@ TEST_F(HTTPServerTest, GoesOnAfterARecogniserFailed) {
     EXPECT_EQ(bodyOf(ask(post("card"))), "<card/>");
 }
 
+TEST_F(HTTPServerTest, PutsThingsInOrderWhenTheAnswerIsOnItsWay) {
+    start();
+    EXPECT_EQ(bodyOf(ask(post("restless"))), "<restless/>");
+    mGate.awaitWaiting(1);
+    Client next(mServer->port());
+    next.send(post("card"));
+    mGate.open();
+    EXPECT_EQ(bodyOf(next.readAll()), "<card/>") << "though the rest failed";
+}
+
 TEST_F(HTTPServerTest, AnswersHealthWhileAllWorkersAreBusy) {
     start();
     Client busy(mServer->port());
