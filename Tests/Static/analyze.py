@@ -9,7 +9,8 @@ follows until its own bounds only. What it said of a unit stands in BUILD/analys
 changes, so that the work can be ended and taken up again.
 
 GCC 12's analyzer is made for C. In C++ two of its kinds of findings are always wrong, and are left out: it knows neither that
-`new` throws nor that a function which returns an object by value writes it where the caller wants it.
+`new` throws nor that a function which returns an object by value writes it where the caller wants it. Other findings that were
+looked at and are wrong stand in in-vain.txt beside this, with the reasons.
 """
 
 import argparse
@@ -62,9 +63,10 @@ def call_of(words):
 class Analysis:
     """The work on all units: how long each may take, and what is known of it."""
 
-    def __init__(self, build, seconds):
+    def __init__(self, build, seconds, in_vain=()):
         self.folder = build / "analysis"
         self.seconds = seconds
+        self.in_vain = in_vain
 
     def of(self, unit):
         """What is known of a unit: `text` (null when it came to no end), `complete` and `isNew`."""
@@ -94,12 +96,18 @@ class Analysis:
         resource.setrlimit(resource.RLIMIT_AS, (LARGEST_BYTES, LARGEST_BYTES))
 
     def told(self, name, known):
+        warnings = [line for line in (known["text"] or "").splitlines() if " warning: " in line]
+        if warnings and all(self.is_in_vain(name, line) for line in warnings):
+            known = {**known, "text": ""}
         if known["text"] is None:
             print(f"not analysed: {name}: no end in {self.seconds} seconds and {LARGEST_BYTES >> 30} GiB", flush=True)
         elif not known["complete"]:
             print(f"not to its end: {name}: the analyzer's own bounds", flush=True)
         sys.stdout.write(known["text"] or "")
         return known
+
+    def is_in_vain(self, name, warning):
+        return any(name == unit and words in warning for unit, words in self.in_vain)
 
 
 def key_of(folder, words):
@@ -110,6 +118,12 @@ def key_of(folder, words):
         return ""
     call = json.dumps([*words, *ANALYZER]).encode()
     return hashlib.sha256(b"\0".join([call, compiler, expanded.stdout])).hexdigest()
+
+
+def findings_in_vain():
+    """Units and words of warnings that mean nothing: lines "unit | words | reason"."""
+    lines = (Path(__file__).parent / "in-vain.txt").read_text().splitlines()
+    return [tuple(line.split(" | ")[:2]) for line in lines if line and not line.startswith("#")]
 
 
 def arguments():
@@ -124,7 +138,7 @@ def arguments():
 def main():
     given = arguments()
     wanted = list(units(given.build, given.patterns))
-    analysis = Analysis(given.build, given.seconds)
+    analysis = Analysis(given.build, given.seconds, findings_in_vain())
     with ThreadPoolExecutor(given.j) as pool:
         results = list(pool.map(analysis.of, wanted))
     given_up = sum(result["text"] is None for result in results)

@@ -48,11 +48,12 @@ class AnalysisTest(unittest.TestCase):
     def write_header(self, frees_twice):
         (self.folder / "Unit.h").write_text(f"inline constexpr bool kFreesTwice = {frees_twice};\n")
 
-    def look(self, seconds=60, call=None):
+    def look(self, seconds=60, call=None, in_vain=()):
         """What is known, and what was printed."""
         printed = io.StringIO()
         with contextlib.redirect_stdout(printed):
-            known = Analysis(self.folder / "build", seconds).of(("Room/Unit.cpp", str(self.folder), call or self.call))
+            analysis = Analysis(self.folder / "build", seconds, in_vain)
+            known = analysis.of(("Room/Unit.cpp", str(self.folder), call or self.call))
         return known, printed.getvalue()
 
     def call_of_script(self, text):
@@ -75,6 +76,12 @@ class AnalysisTest(unittest.TestCase):
         self.assertIn("[-Wanalyzer-double-free]", printed)
         second, again = self.look()
         self.assertEqual((first["isNew"], second["isNew"], again), (True, False, printed))
+
+    def test_what_is_said_in_vain_is_left_out_for_its_unit_and_words_only(self):
+        self.write_header("true")
+        self.assertEqual(self.look(in_vain=[("Room/Unit.cpp", "[-Wanalyzer-double-free]")])[0]["text"], "")
+        for other in [("Room/Other.cpp", "[-Wanalyzer-double-free]"), ("Room/Unit.cpp", "[-Wanalyzer-malloc-leak]")]:
+            self.assertIn("double-free", self.look(in_vain=[other])[1])
 
     def test_what_a_unit_includes_counts(self):
         self.look()
