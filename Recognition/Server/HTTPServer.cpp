@@ -97,13 +97,14 @@ class HTTPServer::Implementation {
         mPause.cancel();
         mSignals.cancel(ignored);
         mPool.stop();
-        for (Session* session : std::set<Session*>(mState.sessions))
-            session->stop();
         awaitSessions(std::chrono::steady_clock::now() + mOptions.stopTime);
     }
 
-    /// Looks again and again rather than counting down, so that no way for a session to end can be forgotten.
+    /// Looks again and again rather than counting down, so that no way for a session to end can be forgotten. They are
+    /// told again, too: one that has just got a piece of a body waits for the next when it is told, and does not hear.
     void awaitSessions(std::chrono::steady_clock::time_point end) {
+        for (Session* session : std::set<Session*>(mState.sessions))
+            session->stop();
         if (mState.sessions.empty()) return;
         if (std::chrono::steady_clock::now() >= end) {
             // Clients that do not take their answers are no work that is left undone.
