@@ -4,10 +4,14 @@
 #include "HTTPHeaderRules.h"
 #include "SocketAddress.h"
 
+#include <pthread.h>
 #include <sys/socket.h>
 
 #include <algorithm>
 #include <limits>
+#include <memory>
+#include <new>
+#include <optional>
 
 namespace qv {
 
@@ -35,9 +39,24 @@ struct Share {
     Share& operator=(const Share&) = delete;
 };
 
+/// Never deleted: threads may come to their end after the process has begun with its own.
+const pthread_key_t* shareKey() {
+    static const std::optional<pthread_key_t> key = []() -> std::optional<pthread_key_t> {
+        pthread_key_t made{};
+        const int error = ::pthread_key_create(&made, [](void* share) { delete static_cast<Share*>(share); });
+        return error == 0 ? std::optional(made) : std::nullopt;
+    }();
+    return key ? &*key : nullptr;
+}
+
+/// No thread_local: where there is no memory to note its destructor, the C library ends the process.
 CURLSH* shareOfThread() {
-    thread_local const Share share;
-    return share.curl;
+    const pthread_key_t* const key = shareKey();
+    if (!key) return nullptr;
+    if (const auto* known = static_cast<const Share*>(::pthread_getspecific(*key))) return known->curl;
+    std::unique_ptr<Share> share(new (std::nothrow) Share);
+    if (!share || ::pthread_setspecific(*key, share.get()) != 0) return nullptr;
+    return share.release()->curl;
 }
 
 bool alwaysHasBody(const std::string& method) {
