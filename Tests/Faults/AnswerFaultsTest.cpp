@@ -45,6 +45,8 @@ constexpr std::size_t kMillion = 1'000'000;
 /// Just below what an answer may be.
 constexpr std::size_t kLargest = 16'500'000;
 constexpr std::size_t kSmall = 64;
+/// For answers of a few megabytes, of which three are on their way.
+constexpr std::size_t kMedium = 128;
 /// Three answers of 16 MiB, as bytes, as text and as what is made of them.
 constexpr std::size_t kLarge = 1500;
 
@@ -178,7 +180,7 @@ const AnswerFault kFaults[] = {
      [] { return itemWith("fldType=\"NAME\" fldType=\"NAME\""); },
      Becomes::Card, nullptr, kSmall},
     {"DefaultAttributesOfMillions", defaultAttributes, Becomes::Card, nullptr, kLarge},
-    {"NumbersBeyondAll", numbersBeyondAll, Becomes::Card, "Jordan Example", kSmall},
+    {"NumbersBeyondAll", numbersBeyondAll, Becomes::Card, "Jordan Example", kMedium},
 
     {"MillionItems", [] { return root(times(kMillion, "<item/>")); }, Becomes::Card, nullptr, kLarge},
     {"QuarterMillionPhones", [] { return root(times(kMillion / 4, "<item fldType=\"PHONE\">1<t/></item>")); },
