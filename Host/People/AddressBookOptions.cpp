@@ -25,7 +25,7 @@ std::string objectionToEmpty(const std::string& text) {
     return text.empty() ? "a name is needed here, not an empty text." : "";
 }
 
-/// Where the XDG Base Directory Specification puts a user's data.
+/// Where a user's data lies by the rules of the XDG base directories.
 std::optional<fs::path> ownFolder() {
     const char* data = std::getenv("XDG_DATA_HOME");
     if (data != nullptr && fs::path(data).is_absolute()) return fs::path(data) / "qvcardscan" / "contacts";
