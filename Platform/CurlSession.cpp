@@ -40,18 +40,18 @@ struct Share {
 };
 
 /// Never deleted: threads may come to their end after the process has begun with its own.
-const pthread_key_t* shareKey() {
+std::optional<pthread_key_t> shareKey() {
     static const std::optional<pthread_key_t> key = []() -> std::optional<pthread_key_t> {
         pthread_key_t made{};
         const int error = ::pthread_key_create(&made, [](void* share) { delete static_cast<Share*>(share); });
         return error == 0 ? std::optional(made) : std::nullopt;
     }();
-    return key ? &*key : nullptr;
+    return key;
 }
 
 /// No thread_local: where there is no memory to note its destructor, the C library ends the process.
 CURLSH* shareOfThread() {
-    const pthread_key_t* const key = shareKey();
+    const auto key = shareKey();
     if (!key) return nullptr;
     if (const auto* known = static_cast<const Share*>(::pthread_getspecific(*key))) return known->curl;
     std::unique_ptr<Share> share(new (std::nothrow) Share);
